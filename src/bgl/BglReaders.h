@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "run/RunState.h"
+
+namespace skl {
+
+// Opens one BGL file under a free file number, walks it and logs its path when
+// it was taken as a BGL file. `path` is the Windows path the log shows,
+// `nativePath` the file to open.
+void OpenBGLFile(RunState& state, const std::string& path, const std::string& nativePath);
+
+// The readers of the subsections, each given the subsection's file position,
+// record count and size in bytes; each positions the file itself.
+void ReadNamelistSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
+void ReadAirportSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
+void ReadVORILSSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
+void ReadMarkerSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
+
+// The reader of each kind of section that the walk hands subsections to.
+using SubsectionReader = std::function<void(RunState&, int32_t, int32_t, int32_t)>;
+struct SectionReaders {
+    SubsectionReader NameList = ReadNamelistSubsection;
+    SubsectionReader Airports = ReadAirportSubsection;
+    SubsectionReader VorIls = ReadVORILSSubsection;
+    SubsectionReader Markers = ReadMarkerSubsection;
+};
+
+// Walks the open BGL file: 0 when it was taken as a BGL file, -1 when not.
+int ReadBglFile(RunState& state, const SectionReaders& readers = SectionReaders());
+
+}  // namespace skl

@@ -1,0 +1,112 @@
+#include "cli/TerminalFrontEnd.h"
+
+#include <unistd.h>
+
+#include <cmath>
+
+#include "platform/Win1252.h"
+
+namespace skl::cli {
+
+namespace {
+
+// Ctrl-C presses, counted by the signal handler: the first one is a confirmed
+// cancel, taken at the next cancel point; the second ends the process at once
+// (the next run heals the database set). A signal handler can only reach state
+// like this.
+volatile std::sig_atomic_t interrupts = 0;
+
+extern "C" void OnInterrupt(int) {
+    interrupts = interrupts + 1;
+    if (interrupts >= 2) ::_exit(130);
+}
+
+}  // namespace
+
+std::string DisplayText(const std::string& text, const std::string& lineBreak) {
+    std::string shown;
+    for (char c : text) {
+        if (c == '\r')
+            shown += lineBreak;
+        else
+            shown += c;
+    }
+    return Win1252ToUtf8(shown);
+}
+
+TerminalFrontEnd::TerminalFrontEnd(bool quiet, std::FILE* out)
+    : quiet_(quiet), terminal_(::isatty(::fileno(out)) != 0), out_(out) {
+    interrupts = 0;
+    struct sigaction action {};
+    action.sa_handler = OnInterrupt;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+}
+
+TerminalFrontEnd::~TerminalFrontEnd() { std::signal(SIGINT, SIG_DFL); }
+
+void TerminalFrontEnd::SetStatusText(const std::string& text) {
+    status_ = DisplayText(text, "");
+    if (quiet_) return;
+    if (terminal_) {
+        Redraw();
+    } else {
+        std::fprintf(out_, "%s\n", status_.c_str());
+    }
+}
+
+void TerminalFrontEnd::SetProgressPercent(double percent) {
+    percent_ = percent;
+    int whole = static_cast<int>(std::floor(percent));
+    if (quiet_ || whole == shownPercent_) return;
+    shownPercent_ = whole;
+    if (terminal_)
+        Redraw();
+    else if (showProgress_)
+        std::fprintf(out_, "Progress: %d%%\n", whole);
+}
+
+void TerminalFrontEnd::ShowProgress(bool visible) {
+    showProgress_ = visible;
+    if (!quiet_ && terminal_) Redraw();
+}
+
+bool TerminalFrontEnd::ProcessEvents() {
+    if (interrupts == 0) return false;
+    interrupts = 0;
+    return true;
+}
+
+bool TerminalFrontEnd::CancelPending() const { return interrupts != 0; }
+
+MessageAnswer TerminalFrontEnd::MessageBox(const std::string& text, MessageButtons buttons,
+                                           const std::string& title) {
+    Finish();
+    std::fprintf(out_, "%s: %s\n", DisplayText(title, "").c_str(),
+                 DisplayText(text, "\n").c_str());
+    return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+}
+
+void TerminalFrontEnd::Redraw() {
+    constexpr int kBarWidth = 30;
+    std::string line = status_;
+    if (showProgress_) {
+        int filled = static_cast<int>(std::lround(percent_ / 100.0 * kBarWidth));
+        filled = filled < 0 ? 0 : (filled > kBarWidth ? kBarWidth : filled);
+        line = "[" + std::string(static_cast<size_t>(filled), '#') +
+               std::string(static_cast<size_t>(kBarWidth - filled), ' ') + "] " +
+               std::to_string(static_cast<int>(std::floor(percent_))) + "% " + line;
+    }
+    // Clear the line and write it again, cut to a common terminal width.
+    if (line.size() > 120) line.resize(120);
+    std::fprintf(out_, "\r\033[K%s", line.c_str());
+    std::fflush(out_);
+    lineOpen_ = true;
+}
+
+void TerminalFrontEnd::Finish() {
+    if (lineOpen_) std::fprintf(out_, "\n");
+    lineOpen_ = false;
+}
+
+}  // namespace skl::cli

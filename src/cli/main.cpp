@@ -1,0 +1,42 @@
+// skldbm: the command-line front end. Runs the same update as the window and
+// writes the same files, for scripts, servers and tests.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "cli/UpdateCommand.h"
+#include "run/RunLog.h"
+
+int main(int argc, char** argv) {
+    CLI::App app{"Rebuilds the Skyloom airport and navigation databases from simulator scenery."};
+    app.require_subcommand(0, 1);
+    bool showVersion = false;
+    app.add_flag("--version", showVersion, "Print the version and exit");
+
+    skl::cli::UpdateOptions update;
+    CLI::App* updateCommand = app.add_subcommand(
+        "update", "Read the simulator's scenery and write the nine database files and the log");
+    updateCommand->add_option("SIMULATOR_FOLDER", update.SimulatorFolder,
+                              "Folder holding fs9.exe or fsx.exe")
+        ->required();
+    updateCommand->add_option("--scenery-library", update.SceneryLibrary,
+                              "FSX scenery library folder (holds scenery.cfg, scenerystatus.bin)");
+    updateCommand->add_option("--program-folder", update.ProgramFolder,
+                              "Skyloom program folder (default: the folder of this program)");
+    updateCommand->add_option("--map-drive", update.DriveMappings,
+                              "Map a drive letter to a folder, as X=DIR (repeatable)");
+    updateCommand->add_flag("--quiet", update.Quiet, "No status or progress on standard error");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& e) {
+        int code = app.exit(e);
+        return e.get_exit_code() == 0 ? 0 : (code == 0 ? 0 : 2);
+    }
+    if (showVersion) {
+        std::printf("Database Manager %s\n", skl::kVersionLine);
+        return 0;
+    }
+    if (updateCommand->parsed()) return skl::cli::RunUpdateCommand(update);
+    std::fputs(app.help().c_str(), stdout);
+    return 2;
+}

@@ -1,0 +1,138 @@
+#include "platform/ByteReader.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "platform/RunError.h"
+
+namespace skl::platform {
+
+namespace {
+constexpr int64_t kBlockSize = 16 * 1024;
+}
+
+// Either a byte vector, or a file read in blocks through pread with one cached
+// block. Bytes the source does not have (behind its end, or cut off since the
+// open) read as zero.
+struct ByteReader::Source {
+    std::vector<uint8_t> Bytes;
+    int Fd = -1;
+    int64_t FileLength = 0;
+    std::vector<uint8_t> Block;
+    int64_t BlockStart = -1;
+    int64_t BlockFill = 0;
+
+    void ReadAt(int64_t offset, uint8_t* out, int64_t count) {
+        std::memset(out, 0, static_cast<size_t>(count));
+        if (Fd < 0) {
+            int64_t size = static_cast<int64_t>(Bytes.size());
+            if (offset >= size) return;
+            int64_t n = std::min(count, size - offset);
+            std::memcpy(out, Bytes.data() + offset, static_cast<size_t>(n));
+            return;
+        }
+        while (count > 0 && offset < FileLength) {
+            int64_t start = offset - offset % kBlockSize;
+            if (start != BlockStart) LoadBlock(start);
+            int64_t inBlock = offset - start;
+            if (inBlock >= BlockFill) return;  // the file ends earlier than it did
+            int64_t n = std::min(count, BlockFill - inBlock);
+            std::memcpy(out, Block.data() + inBlock, static_cast<size_t>(n));
+            out += n;
+            offset += n;
+            count -= n;
+        }
+    }
+
+    void LoadBlock(int64_t start) {
+        Block.resize(kBlockSize);
+        BlockStart = start;
+        BlockFill = 0;
+        while (BlockFill < kBlockSize) {
+            ssize_t got = ::pread(Fd, Block.data() + BlockFill,
+                                  static_cast<size_t>(kBlockSize - BlockFill), start + BlockFill);
+            if (got < 0 && errno == EINTR) continue;
+            if (got <= 0) break;
+            BlockFill += got;
+        }
+    }
+};
+
+ByteReader ByteReader::FromBytes(std::vector<uint8_t> bytes) {
+    ByteReader reader;
+    reader.source_ = std::make_shared<Source>();
+    reader.source_->Bytes = std::move(bytes);
+    return reader;
+}
+
+ByteReader ByteReader::FromDescriptor(int fd) {
+    ByteReader reader;
+    reader.source_ = std::make_shared<Source>();
+    reader.source_->Fd = fd;
+    struct stat info {};
+    if (::fstat(fd, &info) == 0) reader.source_->FileLength = info.st_size;
+    return reader;
+}
+
+int64_t ByteReader::Length() const {
+    if (!source_) throw RunError(kBadFileNumber);
+    return source_->Fd >= 0 ? source_->FileLength : static_cast<int64_t>(source_->Bytes.size());
+}
+
+void ByteReader::Seek(int64_t position) {
+    if (!source_) throw RunError(kBadFileNumber);
+    if (position < 0) throw RunError(kBadRecordNumber);
+    position_ = position;
+}
+
+void ByteReader::Read(void* destination, int64_t count) {
+    if (!source_) throw RunError(kBadFileNumber);
+    if (count <= 0) return;
+    source_->ReadAt(position_, static_cast<uint8_t*>(destination), count);
+    position_ += count;
+}
+
+uint8_t ByteReader::U8() {
+    uint8_t b = 0;
+    Read(&b, 1);
+    return b;
+}
+
+uint16_t ByteReader::U16() {
+    uint8_t b[2];
+    Read(b, 2);
+    return static_cast<uint16_t>(b[0] | (b[1] << 8));
+}
+
+int16_t ByteReader::I16() { return static_cast<int16_t>(U16()); }
+
+uint32_t ByteReader::U32() {
+    uint8_t b[4];
+    Read(b, 4);
+    return static_cast<uint32_t>(b[0]) | (static_cast<uint32_t>(b[1]) << 8) |
+           (static_cast<uint32_t>(b[2]) << 16) | (static_cast<uint32_t>(b[3]) << 24);
+}
+
+int32_t ByteReader::I32() { return static_cast<int32_t>(U32()); }
+
+float ByteReader::F32() {
+    uint32_t bits = U32();
+    float value;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+double ByteReader::F64() {
+    uint64_t low = U32();
+    uint64_t high = U32();
+    uint64_t bits = low | (high << 32);
+    double value;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+}  // namespace skl::platform

@@ -1,0 +1,88 @@
+#include "run/RunLog.h"
+
+#include <cstdio>
+#include <ctime>
+
+#include "platform/Win1252.h"
+
+namespace skl {
+
+namespace {
+
+std::string DateTimeText() {
+    std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+    return text;
+}
+
+// Runs body; any error it raises becomes its error number. RunAborted passes.
+int ErrorOf(const std::function<void()>& body) {
+    try {
+        body();
+        return 0;
+    } catch (const RunAborted&) {
+        throw;
+    } catch (...) {
+        return CurrentErrorNumber(std::current_exception());
+    }
+}
+
+}  // namespace
+
+void OpenLogFile(RunState& state, const std::string& fileName) {
+    Files& files = state.Files;
+    files.LogFilePath = state.Selection.ProgramFolder + "\\" + fileName;
+    std::string native = platform::ToNative(state.Selection.Drives, files.LogFilePath);
+    if (!native.empty()) std::remove(native.c_str());
+    files.LogFile = static_cast<int16_t>(files.Table.FreeFile());
+    ErrorOf([&] { files.Table.OpenOutput(files.LogFile, native); });
+    ErrorOf([&] {
+        LogLine(state, state.Selection.ProgramFolder + " Database Manager " + kVersionLine + " " +
+                           DateTimeText());
+    });
+}
+
+void LogLine(RunState& state, std::string_view text) {
+    state.Files.Table.WriteLine(state.Files.LogFile, text);
+}
+
+std::string NumberWithSign(long long value) {
+    return (value >= 0 ? " " : "") + std::to_string(value);
+}
+
+void LogErrorBlock(RunState& state, std::string_view procedure, int number,
+                   const std::function<void()>& extraLines) {
+    LogLine(state, "===== Error Error Error =====");
+    LogLine(state, "Source: " + std::string(procedure) + " " + " = " + NumberWithSign(number) +
+                       " = " + ErrorDescription(number));
+    if (extraLines) extraLines();
+    LogLine(state, "=============================");
+}
+
+void LogReaderError(RunState& state, std::string_view procedure, int number) {
+    LogLine(state, "Error detection and correction in " + std::string(procedure) + ": " +
+                       Upper1252(TrimBlanks(state.Reading.CurrentBglFile)) + " (#" +
+                       std::to_string(number) + ")");
+}
+
+bool BlockStatement(RunState& state, std::string_view procedure, const std::function<void()>& body,
+                    const std::function<void()>& extraLines) {
+    int number = ErrorOf(body);
+    if (number == 0) return true;
+    LogErrorBlock(state, procedure, number, extraLines);
+    if (number == kPathFileAccess || number == kBadFileNumber) throw RunAborted{};
+    return false;
+}
+
+bool ReaderStatement(RunState& state, std::string_view procedure,
+                     const std::function<void()>& body) {
+    int number = ErrorOf(body);
+    if (number == 0) return true;
+    LogReaderError(state, procedure, number);
+    return false;
+}
+
+}  // namespace skl

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/RunError.h"
+#include "run/RunState.h"
+
+namespace skl {
+
+inline constexpr const char* kVersionLine = "Vers.: 8.6 Net (Build: 021209)";
+
+// Thrown by a block handler when error 75 or 52 ends the run. It is no
+// std::exception, so that no reader's handler can swallow it.
+struct RunAborted {};
+
+// Creates the run log in the program folder (deleting the log of the previous
+// run of the same simulator) and writes its first line. Errors are ignored
+// statement by statement: whether the log is open afterwards tells the caller.
+void OpenLogFile(RunState& state, const std::string& fileName);
+
+// Appends one line, ended by CR LF, to the log. No handler of its own.
+void LogLine(RunState& state, std::string_view text);
+
+// The text form of a number with the leading blank of a non-negative value.
+std::string NumberWithSign(long long value);
+
+// Writes the error block of a top procedure. `extraLines` writes the lines that
+// stand between the source line and the closing line (may be empty).
+void LogErrorBlock(RunState& state, std::string_view procedure, int number,
+                   const std::function<void()>& extraLines = {});
+
+// Writes the one-line report of a reader.
+void LogReaderError(RunState& state, std::string_view procedure, int number);
+
+// Runs one statement under a top procedure's block handler: an error is written
+// as the error block; 75 and 52 end the run (RunAborted), any other number is
+// cleared and the caller goes on with its next statement. Returns false when the
+// statement failed.
+bool BlockStatement(RunState& state, std::string_view procedure, const std::function<void()>& body,
+                    const std::function<void()>& extraLines = {});
+
+// Runs a reader's body (or one statement of a reader that goes on with the next
+// statement) under its one-line handler. Returns false when it failed.
+bool ReaderStatement(RunState& state, std::string_view procedure,
+                     const std::function<void()>& body);
+
+}  // namespace skl

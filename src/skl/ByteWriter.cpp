@@ -1,0 +1,59 @@
+#include "skl/ByteWriter.h"
+
+#include <bit>
+#include <stdexcept>
+
+namespace skl {
+
+void ByteWriter::U8(uint8_t value) {
+    Bytes.push_back(static_cast<char>(value));
+}
+
+void ByteWriter::I16(int16_t value) {
+    U16(static_cast<uint16_t>(value));
+}
+
+void ByteWriter::U16(uint16_t value) {
+    U8(static_cast<uint8_t>(value & 0xFF));
+    U8(static_cast<uint8_t>(value >> 8));
+}
+
+void ByteWriter::I32(int32_t value) {
+    U32(static_cast<uint32_t>(value));
+}
+
+void ByteWriter::U32(uint32_t value) {
+    for (int shift = 0; shift < 32; shift += 8) U8(static_cast<uint8_t>((value >> shift) & 0xFF));
+}
+
+void ByteWriter::U64(uint64_t value) {
+    for (int shift = 0; shift < 64; shift += 8) U8(static_cast<uint8_t>((value >> shift) & 0xFF));
+}
+
+void ByteWriter::F32(float value) {
+    U32(std::bit_cast<uint32_t>(value));
+}
+
+void ByteWriter::F64(double value) {
+    U64(std::bit_cast<uint64_t>(value));
+}
+
+void ByteWriter::Text(std::string_view text, size_t width) {
+    for (size_t i = 0; i < width; ++i) Bytes.push_back(i < text.size() ? text[i] : '\0');
+}
+
+void ByteWriter::Raw(std::string_view bytes) {
+    Bytes.append(bytes);
+}
+
+void ByteWriter::PatchI32(size_t offset, int32_t value) {
+    if (offset > Bytes.size() || Bytes.size() - offset < 4) {
+        throw std::out_of_range("ByteWriter::PatchI32 behind the written bytes");
+    }
+    auto bits = static_cast<uint32_t>(value);
+    for (size_t i = 0; i < 4; ++i) {
+        Bytes[offset + i] = static_cast<char>((bits >> (8 * i)) & 0xFF);
+    }
+}
+
+}  // namespace skl
