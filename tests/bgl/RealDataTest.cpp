@@ -1,0 +1,63 @@
+// Real scenery files from public packages, read from the shared folder beside
+// the repository; skipped where that folder is absent.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "bgl/BglReaders.h"
+#include "scenery/SceneryCfg.h"
+#include "support/RunHelpers.h"
+
+namespace skl {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kRealData = SKL_REALDATA_DIR;
+
+TEST(RealData, EveryBglFileIsWalkedOrRefusedWithoutErrors) {
+    if (!fs::is_directory(kRealData)) GTEST_SKIP() << "no real data at " << kRealData;
+    test::LoggedState run;
+    int accepted = 0;
+    int refused = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(kRealData)) {
+        std::string ext = entry.path().extension().string();
+        std::transform(ext.begin(), ext.end(), ext.begin(), ::tolower);
+        if (!entry.is_regular_file() || ext != ".bgl") continue;
+        run.State.Reading.CurrentBglFile = entry.path().filename().string();
+        platform::FileTable& table = run.State.Files.Table;
+        int number = table.FreeFile();
+        table.OpenInput(number, entry.path().string());
+        run.State.Reading.Bgl = platform::ByteReader::FromDescriptor(table.InputDescriptor(number));
+        // Files of the older format start with 01 00 and are no section-directory files.
+        (ReadBglFile(run.State) == 0 ? accepted : refused)++;
+        table.Close(number);
+    }
+    EXPECT_EQ(refused, 2);
+    EXPECT_GE(accepted, 15);
+    EXPECT_TRUE(run.Lines().empty());
+}
+
+TEST(RealData, StockSceneryLibrariesFillTheAreaTable) {
+    if (!fs::is_directory(kRealData)) GTEST_SKIP() << "no real data at " << kRealData;
+    for (auto [folder, areas] : {std::pair{"tpn__fsx", 120}, {"alts5__flight-trainer", 124}}) {
+        test::LoggedState run;
+        Selection& sel = run.State.Selection;
+        sel.IsFsx = true;
+        sel.SimulatorFolder = "C:\\FSX\\";
+        sel.CfgFolder = test::WindowsFolder(sel.Drives, kRealData / folder);
+        sel.CfgFileName = "scenery.cfg";
+        GetBGLFileDirectories(run.State);
+        const Reading& reading = run.State.Reading;
+        EXPECT_EQ(reading.AreaCount, areas) << folder;
+        EXPECT_EQ(std::count(reading.AreaDirectories.begin(), reading.AreaDirectories.end(), ""), 0)
+            << folder;
+        EXPECT_EQ(reading.AreaDirectories.front(), "C:\\FSX\\SCENERY\\WORLD\\scenery\\") << folder;
+        EXPECT_EQ(reading.AreaDirectories.back(), "C:\\FSX\\ADDON SCENERY\\scenery\\") << folder;
+        auto lines = run.Lines();
+        EXPECT_EQ(std::count(lines.begin(), lines.end(), "===== Error Error Error ====="), 0);
+    }
+}
+
+}  // namespace
+}  // namespace skl
