@@ -102,6 +102,26 @@ TEST(ReadBglFile, DamagedDirectoriesNeitherCrashNorHang) {
     EXPECT_EQ(std::count(walk.Calls.begin(), walk.Calls.end(), "airports 9 n1 s10"), 1);
 }
 
+TEST(ReadBglFile, EveryPrefixOfAFileIsWalkedQuietly) {
+    BglFile file;
+    file.Sections = {Section(test::kSectionNameList, {{Rec(391)}}),
+                     Section(test::kSectionAirport, {{Rec(31), Rec(32)}, {Rec(33)}}),
+                     Section(test::kSectionTerrain, {{Rec(99, 200)}}),
+                     Section(test::kSectionNavaid, {{Rec(19)}})};
+    std::string bytes = test::BuildBgl(file);
+    // A directory that points behind the end of the file yields nothing.
+    file.Sections[3].OffsetOverride = static_cast<int32_t>(bytes.size()) + 1000;
+    Walk behind;
+    EXPECT_EQ(behind.Run(test::BuildBgl(file)), 0);
+    EXPECT_EQ(behind.Calls.size(), 3u);
+    for (size_t length = 0; length <= bytes.size(); ++length) {
+        Walk walk;
+        int result = walk.Run(bytes.substr(0, length));
+        EXPECT_EQ(result, length <= 20 ? -1 : 0) << length;  // the count starts at byte 20
+        EXPECT_TRUE(walk.Lines().empty()) << length;
+    }
+}
+
 TEST(OpenBGLFile, LogsAcceptedFilesAndReportsOpenErrors) {
     test::LoggedState run;
     BglFile file;
