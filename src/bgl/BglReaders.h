@@ -20,6 +20,10 @@ void ReadAirportSubsection(RunState& state, int32_t position, int32_t recordCoun
 void ReadVORILSSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
 void ReadMarkerSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
 
+// The readers of airport subrecords, each given the number of bytes behind the
+// subrecord's header.
+void ReadAirportName04(RunState& state, int32_t length);
+
 // The reader of each kind of section that the walk hands subsections to.
 using SubsectionReader = std::function<void(RunState&, int32_t, int32_t, int32_t)>;
 struct SectionReaders {

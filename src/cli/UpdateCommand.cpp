@@ -104,7 +104,11 @@ int RunUpdateCommand(const UpdateOptions& options) {
         case RunEnd::LogNotCreated:
             Error("Cannot create the log file " + DisplayText(state.Files.LogFilePath, ""));
             return kExitAborted;
+        case RunEnd::Busy:
+            Error("Another update of this database is running");
+            return kExitAborted;
         case RunEnd::Aborted:
+        case RunEnd::Stopped:
             return kExitAborted;
         case RunEnd::Cancelled:
             std::fprintf(stderr, "Terminated via User!!! The previous database files are back.\n");

@@ -25,6 +25,8 @@ int ErrorOf(const std::function<void()>& body) {
         return 0;
     } catch (const RunAborted&) {
         throw;
+    } catch (const RunStopped&) {
+        throw;
     } catch (...) {
         return CurrentErrorNumber(std::current_exception());
     }

@@ -16,6 +16,11 @@ inline constexpr const char* kVersionLine = "Vers.: 8.6 Net (Build: 021209)";
 // std::exception, so that no reader's handler can swallow it.
 struct RunAborted {};
 
+// Thrown when a procedure has ended the run on its own terms (the failed
+// installation check showed its message): the caller closes every file and
+// ends the run without a further message. No handler swallows it either.
+struct RunStopped {};
+
 // Creates the run log in the program folder (deleting the log of the previous
 // run of the same simulator) and writes its first line. Errors are ignored
 // statement by statement: whether the log is open afterwards tells the caller.

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "bgl/AirportModel.h"
 #include "platform/ByteReader.h"
 #include "platform/FileSystem.h"
 #include "platform/DriveMap.h"
@@ -51,19 +52,56 @@ struct Reading {
     int32_t BglFilesRead = 0;
 };
 
-// The tables that the readers fill and the passes change.
+// The tables that the readers fill and the passes change. Lookups that would
+// be linear scans in table order go through hash indexes keyed by CodeKey that
+// yield the same entries in the same order.
 struct Tables {
+    // AirportTop is the highest used index, -1 when empty. While a blind airport
+    // is read it stands one above the table's last index.
+    std::vector<AirportRecord> AirportTable;
+    int32_t AirportTop = -1;
+    std::vector<IlsRecord> IlsTable;
+    IlsWorkingValues IlsWorking;
+    // The name list read last; a lookup searches entries 0 to NameCount - 1.
+    std::vector<NameEntry> NameTable;
+    int32_t NameCount = 0;
+    std::unordered_map<std::string, int32_t> NameIndex;  // key -> first entry
+    // Add-on airports from index 1 (index 0 unused); the index gives every
+    // entry of a code in list order.
+    std::vector<AddonAirport> AddonAirports{AddonAirport()};
+    std::unordered_map<std::string, std::vector<int32_t>> AddonIndex;
     // ICAO codes met twice within one area, from index 1; index 0 is unused so
     // that the top index is size - 1.
     std::vector<std::string> DoubleAddonIcaos{std::string()};
+    std::unordered_set<std::string> DoubleAddonKeys;
+    int32_t PolygonCounter = 0;
+    // Counts for the summary of a run.
+    int32_t BlindAirports = 0;
+    int32_t StationsRead = 0;
+
     int32_t DoubleAddonTop() const { return static_cast<int32_t>(DoubleAddonIcaos.size()) - 1; }
+    int32_t AddonTop() const { return static_cast<int32_t>(AddonAirports.size()) - 1; }
 };
 
-// The open files of the run.
+// The open files of the run: the log and the nine files of the database set,
+// by their numbers in the file table (0 while not open).
 struct Files {
     platform::FileTable Table;
     std::string LogFilePath;
     int16_t LogFile = 0;
+    int16_t TaxiFile = 0;
+    int16_t PolyFile = 0;
+    int16_t MarkerFile = 0;
+    int16_t IlsFile = 0;
+    int16_t AirportFile = 0;
+    int16_t RegionFile = 0;
+    int16_t StateFile = 0;
+    int16_t CountryFile = 0;
+    int16_t CityFile = 0;
+    // The marker of a run under way in the set's folder, held locked while the
+    // run lasts (-1 when none).
+    int MarkerDescriptor = -1;
+    std::string MarkerPath;
 };
 
 struct RunState {

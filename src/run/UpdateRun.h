@@ -13,6 +13,10 @@ enum class RunEnd {
     Aborted,
     // The log could not be created: nothing was touched.
     LogNotCreated,
+    // Another run holds the database set: nothing was touched.
+    Busy,
+    // The installation check failed: its message was shown.
+    Stopped,
 };
 
 inline constexpr const char* kAbortText =

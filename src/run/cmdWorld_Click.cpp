@@ -5,6 +5,8 @@
 #include <string>
 
 #include "bgl/BglReaders.h"
+#include "run/DatabaseFiles.h"
+#include "skl/AirportFile.h"
 #include "platform/Win1252.h"
 #include "run/RunLog.h"
 #include "run/UpdateRun.h"
@@ -79,9 +81,8 @@ bool IsStockScenery(const std::string& stockSceneryPath, const std::string& dire
 void CancelRun(RunState& state) {
     // Errors are ignored here: the cancel must always get the user back to the
     // set they had.
+    if (state.Reading.RunActive) RestoreOldDatabases(state);
     try {
-        // The database set comes back here once the run writes one.
-        state.Reading.RunActive = false;
         LogLine(state, "Terminated via User!!!");
     } catch (...) {
     }
@@ -90,6 +91,10 @@ void CancelRun(RunState& state) {
 
 RunEnd cmdWorld_Click(RunState& state, FrontEnd& frontEnd) {
     ResetRun(state);
+    if (DatabaseSetBusy(state)) {
+        frontEnd.SetStatusText("Another update of this database is running");
+        return RunEnd::Busy;
+    }
     OpenLogFile(state, state.Selection.IsFsx ? "SKLDBM_FS10.LOG" : "SKLDBM_FS09.LOG");
     if (!state.Files.Table.IsOpen(state.Files.LogFile)) {
         frontEnd.SetStatusText("Cannot create the log file " + state.Files.LogFilePath);
@@ -107,11 +112,20 @@ RunEnd cmdWorld_Click(RunState& state, FrontEnd& frontEnd) {
             frontEnd.EnableExit(false);
         });
         statement([&] { GetBGLFileDirectories(state); });
+        statement([&] { OpenDatabaseFiles(state, frontEnd); });
         statement([&] { frontEnd.ShowProgress(true); });
         bool finished = true;
         statement([&] { finished = ReadAllAreas(state, frontEnd); });
         if (!finished) return RunEnd::Cancelled;
-        statement([&] { state.Files.Table.Close(state.Files.LogFile); });
+        statement([&] { WriteAirports2File(state); });
+        statement([&] { LogLine(state, "WriteAirports2File successfull"); });
+        Files& files = state.Files;
+        for (int16_t Files::*handle :
+             {&Files::TaxiFile, &Files::PolyFile, &Files::MarkerFile, &Files::RegionFile,
+              &Files::StateFile, &Files::CountryFile, &Files::CityFile, &Files::AirportFile,
+              &Files::IlsFile, &Files::LogFile})
+            statement([&] { files.Table.Close(files.*handle); });
+        ReleaseDatabaseSet(state);
         statement([&] { frontEnd.SetStatusText("Finished!"); });
         statement([&] {
             frontEnd.EnableCancel(false);
@@ -119,12 +133,18 @@ RunEnd cmdWorld_Click(RunState& state, FrontEnd& frontEnd) {
             frontEnd.EnableUpdate(false);
         });
         return RunEnd::Finished;
+    } catch (const RunStopped&) {
+        state.Files.Table.CloseAll();
+        DropDatabaseLock(state);
+        return RunEnd::Stopped;
     } catch (...) {
         // 75 or 52 in a top procedure, or a log that can no longer be written:
-        // no rollback, every file is closed and the process is to end.
+        // no rollback, every file is closed and the process is to end. The
+        // marker stays, so that the next run heals the set.
         frontEnd.MessageBox(kAbortText, MessageButtons::Ok, kMessageTitle);
         frontEnd.Unload();
         state.Files.Table.CloseAll();
+        DropDatabaseLock(state);
         return RunEnd::Aborted;
     }
 }
