@@ -41,6 +41,8 @@ struct Reading {
     int16_t AirportRecordId = 0;
     FixedText<5> CurrentIcao;
     bool AirportIsNew = false;
+    // The AddonAirports entry that the current airport made, 0 when it made none.
+    int32_t CurrentAddonEntry = 0;
     // The BGL file being read: its number in the file table and its bytes.
     int16_t BglFile = 0;
     platform::ByteReader Bgl;
