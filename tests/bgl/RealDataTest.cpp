@@ -35,7 +35,40 @@ TEST(RealData, EveryBglFileIsWalkedOrRefusedWithoutErrors) {
     }
     EXPECT_EQ(refused, 2);
     EXPECT_GE(accepted, 15);
-    EXPECT_TRUE(run.Lines().empty());
+    for (const std::string& line : run.Lines()) {
+        EXPECT_EQ(line.find("Error detection"), std::string::npos) << line;
+        EXPECT_EQ(line.find("Blind Airport"), std::string::npos) << line;
+    }
+}
+
+TEST(RealData, KphxGivesItsAirportAndItsIlsStations) {
+    fs::path file = kRealData / "TheMainlineCowboy__SkyHarborPhx" / "scenery" / "KPHX_ADEX.BGL";
+    if (!fs::is_regular_file(file)) GTEST_SKIP() << "no real data at " << kRealData;
+    test::LoggedState run;
+    Reading& reading = run.State.Reading;
+    reading.CurrentBglFile = "KPHX_ADEX.BGL";
+    reading.AreaNumber = 12;
+    platform::FileTable& table = run.State.Files.Table;
+    int number = table.FreeFile();
+    table.OpenInput(number, file.string());
+    reading.Bgl = platform::ByteReader::FromDescriptor(table.InputDescriptor(number));
+    EXPECT_EQ(ReadBglFile(run.State), 0);
+    const Tables& tables = run.State.Tables;
+    ASSERT_EQ(tables.AirportTop, 0);
+    const AirportRecord& kphx = tables.AirportTable[0];
+    EXPECT_EQ(kphx.Icao.Str(), "KPHX ");
+    EXPECT_NEAR(kphx.Latitude, 33.43, 0.05);
+    EXPECT_NEAR(kphx.Longitude, -112.01, 0.05);
+    EXPECT_EQ(tables.IlsTable.size(), 5u);
+    for (const IlsRecord& ils : tables.IlsTable) {
+        EXPECT_EQ(ils.AirportIndex, -1);
+        EXPECT_NEAR(ils.Latitude, 33.43, 0.1);
+        EXPECT_GE(ils.FrequencyMhz, 108.0f);
+        EXPECT_LE(ils.FrequencyMhz, 112.0f);
+    }
+    auto lines = run.Lines();
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].substr(0, 22), "00000 , 0012 , KPHX  -");
 }
 
 TEST(RealData, StockSceneryLibrariesFillTheAreaTable) {
