@@ -8,6 +8,7 @@
 #include "cli/TerminalFrontEnd.h"
 #include "platform/DriveMap.h"
 #include "platform/FileSystem.h"
+#include "run/DatabaseFiles.h"
 #include "run/UpdateRun.h"
 #include "run/ValidatePaths.h"
 
@@ -39,6 +40,23 @@ std::optional<std::string> PickerFolder(const platform::DriveMap& drives,
     std::string folder = *windows;
     if (folder.size() > 3 && folder.back() == '\\') folder.pop_back();
     return folder;
+}
+
+// What a finished run read and wrote, on standard output.
+void PrintSummary(const RunState& state) {
+    const Tables& tables = state.Tables;
+    std::printf("Log: %s\n", DisplayText(state.Files.LogFilePath, "").c_str());
+    std::printf("BGL files read: %d\n", state.Reading.BglFilesRead);
+    std::printf("Airports stored: %d\n", tables.AirportTop + 1);
+    std::printf("Blind airports: %d\n", tables.BlindAirports);
+    std::printf("VOR/ILS stations read: %d (ILS: %zu)\n", tables.StationsRead,
+                tables.IlsTable.size());
+    std::printf("Database files in %s:\n",
+                DisplayText(state.Selection.ProgramFolder + state.Selection.DatabaseFolder, "")
+                    .c_str());
+    for (size_t i = 0; i < kDatabaseFiles.size(); ++i)
+        std::printf("  %-12s %lld records\n", kDatabaseFiles[i].Live,
+                    static_cast<long long>(state.Files.RecordsWritten[i]));
 }
 
 }  // namespace
@@ -119,8 +137,7 @@ int RunUpdateCommand(const UpdateOptions& options) {
     if (frontEnd.CancelPending())
         std::fprintf(stderr,
                      "Ctrl-C came after the last BGL file was read: the run was finished.\n");
-    std::printf("Log: %s\n", DisplayText(state.Files.LogFilePath, "").c_str());
-    std::printf("BGL files read: %d\n", state.Reading.BglFilesRead);
+    PrintSummary(state);
     return kExitFinished;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -104,6 +105,9 @@ struct Files {
     // run lasts (-1 when none).
     int MarkerDescriptor = -1;
     std::string MarkerPath;
+    // Records written to each of the nine files, in the order of opening
+    // (Taxi, Poly, Marker, Ils, Airport, Region, State, Country, City).
+    std::array<int64_t, 9> RecordsWritten{};
 };
 
 struct RunState {

@@ -17,6 +17,8 @@ namespace skl {
 
 namespace {
 
+constexpr size_t kAirportFileIndex = 4;  // the fifth file of the set
+
 template <std::size_t N>
 void PutText(ByteWriter& out, const FixedText<N>& text) {
     out.Raw(std::string_view(text.Bytes.data(), N));
@@ -136,6 +138,7 @@ void WriteAirports2File(RunState& state) {
         PutAirport(out, airport);
         state.Files.Table.Write(state.Files.AirportFile, out.Bytes);
     }
+    state.Files.RecordsWritten[kAirportFileIndex] = number;
 }
 
 }  // namespace skl
