@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -13,18 +14,26 @@ namespace skl::platform {
 
 namespace {
 constexpr int64_t kBlockSize = 16 * 1024;
+constexpr size_t kCachedBlocks = 4;
 }
 
-// Either a byte vector, or a file read in blocks through pread with one cached
-// block. Bytes the source does not have (behind its end, or cut off since the
-// open) read as zero.
+// Either a byte vector, or a file read in blocks through pread with a few
+// cached blocks (the walks jump between a directory and its records, so one
+// block would be read again and again). Bytes the source does not have (behind
+// its end, or cut off since the open) read as zero.
 struct ByteReader::Source {
+    struct Block {
+        int64_t Start = -1;
+        int64_t Fill = 0;
+        uint64_t LastUse = 0;
+        std::vector<uint8_t> Bytes;
+    };
+
     std::vector<uint8_t> Bytes;
     int Fd = -1;
     int64_t FileLength = 0;
-    std::vector<uint8_t> Block;
-    int64_t BlockStart = -1;
-    int64_t BlockFill = 0;
+    std::array<Block, kCachedBlocks> Blocks;
+    uint64_t Clock = 0;
 
     void ReadAt(int64_t offset, uint8_t* out, int64_t count) {
         std::memset(out, 0, static_cast<size_t>(count));
@@ -36,29 +45,41 @@ struct ByteReader::Source {
             return;
         }
         while (count > 0 && offset < FileLength) {
-            int64_t start = offset - offset % kBlockSize;
-            if (start != BlockStart) LoadBlock(start);
-            int64_t inBlock = offset - start;
-            if (inBlock >= BlockFill) return;  // the file ends earlier than it did
-            int64_t n = std::min(count, BlockFill - inBlock);
-            std::memcpy(out, Block.data() + inBlock, static_cast<size_t>(n));
+            const Block& block = BlockAt(offset - offset % kBlockSize);
+            int64_t inBlock = offset - block.Start;
+            if (inBlock >= block.Fill) return;  // the file ends earlier than it did
+            int64_t n = std::min(count, block.Fill - inBlock);
+            std::memcpy(out, block.Bytes.data() + inBlock, static_cast<size_t>(n));
             out += n;
             offset += n;
             count -= n;
         }
     }
 
-    void LoadBlock(int64_t start) {
-        Block.resize(kBlockSize);
-        BlockStart = start;
-        BlockFill = 0;
-        while (BlockFill < kBlockSize) {
-            ssize_t got = ::pread(Fd, Block.data() + BlockFill,
-                                  static_cast<size_t>(kBlockSize - BlockFill), start + BlockFill);
+    // The cached block that starts at `start`, read in place of the one used
+    // least recently when it is not cached.
+    const Block& BlockAt(int64_t start) {
+        Block* victim = &Blocks[0];
+        for (Block& block : Blocks) {
+            if (block.Start == start) {
+                block.LastUse = ++Clock;
+                return block;
+            }
+            if (block.LastUse < victim->LastUse) victim = &block;
+        }
+        victim->Bytes.resize(kBlockSize);
+        victim->Start = start;
+        victim->Fill = 0;
+        victim->LastUse = ++Clock;
+        while (victim->Fill < kBlockSize) {
+            ssize_t got = ::pread(Fd, victim->Bytes.data() + victim->Fill,
+                                  static_cast<size_t>(kBlockSize - victim->Fill),
+                                  start + victim->Fill);
             if (got < 0 && errno == EINTR) continue;
             if (got <= 0) break;
-            BlockFill += got;
+            victim->Fill += got;
         }
+        return *victim;
     }
 };
 
