@@ -33,6 +33,18 @@ inline constexpr std::array<DatabaseFile, 9> kDatabaseFiles{{
 
 inline constexpr const char* kRunningMarker = "update.running";
 
+// The Windows path of the selection's database set: the program folder followed
+// by the relative database folder, ending in a backslash.
+std::string DatabaseSetFolder(const Selection& selection);
+
+// Deletes the marker of the run and closes its descriptor, which releases the
+// lock. Does nothing when the run holds no marker.
+void RemoveRunningMarker(RunState& state);
+
+// Flushes a folder's entries (renames, creations, deletions) to the disk.
+// Errors are ignored.
+void SyncFolder(const std::string& nativeFolder);
+
 // True when another run holds the database set of the selection (its marker is
 // locked); checked before the log of a run is opened.
 bool DatabaseSetBusy(const RunState& state);

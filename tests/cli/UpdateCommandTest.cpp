@@ -26,7 +26,7 @@ struct Command {
         Options.SimulatorFolder = (Dir.Path / "sim").string();
         Options.ProgramFolder = (Dir.Path / "program").string();
         Options.Quiet = true;
-        fs::create_directories(Dir.Path / "program");
+        test::MakeProgramFolder(Dir.Path / "program");
     }
     int Run() {
         CaptureStdout();

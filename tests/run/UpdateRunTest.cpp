@@ -32,7 +32,7 @@ struct Installation {
     std::string SimWin;  // the Windows form of the simulator folder, with a backslash
 
     RunEnd Run() {
-        fs::create_directories(Program);
+        test::MakeProgramFolder(Program);
         State.Selection.Drives = platform::MakeDriveMap(Simulator.string(), Mappings);
         PathPickers pickers;
         SimWin = test::WindowsFolder(State.Selection.Drives, Simulator);
@@ -111,6 +111,7 @@ TEST(UpdateRun, Fs2004RunReadsAreasFromTheTopLayerDownInNameOrder) {
         expected.push_back(path);
         expected.push_back("");
     }
+    expected.push_back("WriteAirports2File successfull");
     EXPECT_EQ(inst.Log(), expected);
 
     // Progress per slot from the top, none for slot 0; the status per file; one
@@ -142,7 +143,8 @@ TEST(UpdateRun, FsxRunTakesTheLibraryFromTheWinePrefix) {
     ASSERT_EQ(inst.Run(), RunEnd::Finished);
     EXPECT_EQ(inst.SimWin, "C:\\FSX\\");
     Lines expected = CfgCopy("C:\\ProgramData\\Microsoft\\FSX\\scenery.cfg", cfg, true);
-    expected.insert(expected.end(), {"C:\\FSX\\SCENERY\\0000\\scenery\\APX.bgl", ""});
+    expected.insert(expected.end(), {"C:\\FSX\\SCENERY\\0000\\scenery\\APX.bgl", "",
+                                     "WriteAirports2File successfull"});
     EXPECT_EQ(inst.Log("SKLDBM_FS10.LOG"), expected);
     EXPECT_EQ(inst.FrontEnd.Percents, (std::vector<double>{100.0 - 100.0 / (3.0 / 2),
                                                            100.0 - 100.0 / (3.0 / 1)}));
