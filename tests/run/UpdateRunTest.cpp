@@ -5,6 +5,7 @@
 #include "run/ValidatePaths.h"
 #include "scenery/SceneryCfg.h"
 #include "support/BglBuilder.h"
+#include "support/ExpectedBytes.h"
 #include "support/RecordingFrontEnd.h"
 #include "support/RunHelpers.h"
 
@@ -193,6 +194,65 @@ TEST(UpdateRun, AMissingSceneryCfgAbortsAndAMissingProgramFolderStartsNothing) {
     EXPECT_EQ(cmdWorld_Click(noProgram.State, noProgram.FrontEnd), RunEnd::LogNotCreated);
     EXPECT_EQ(noProgram.FrontEnd.Statuses,
               (Lines{"Cannot create the log file " + program + "missing\\SKLDBM_FS09.LOG"}));
+}
+
+TEST(UpdateRun, AirportsOfAllAreasReachTheAirportFile) {
+    Installation inst;
+    std::string cfg = test::SceneryCfg({{"World", "Scenery\\World", "", "1", "TRUE"},
+                                        {"Zurich Addon", "Addon Scenery\\LSZH", "", "2", "TRUE"}});
+    test::MakeFs9Folder(inst.Simulator, cfg);
+    std::vector<test::NameListEntry> names = {
+        {"KSEA", "SEATTLE-TACOMA INTL", "SEATTLE", "WASHINGTON", "UNITED STATES", "NA"},
+        {"LSZH", "ZURICH", "ZURICH", "", "SWITZERLAND", "EU"}};
+    auto bgl = [&](std::vector<test::BglRecord> airports, std::vector<test::BglRecord> navaids) {
+        test::BglFile file;
+        file.Sections = {test::Section(test::kSectionNameList, {{test::NameList(names)}}),
+                         test::Section(test::kSectionAirport, {airports}),
+                         test::Section(test::kSectionNavaid, {navaids})};
+        return test::BuildBgl(file);
+    };
+    test::BglRecord name = test::AirportName("x");
+    test::WriteFile(inst.Simulator / "Scenery/World/scenery/ksea.bgl",
+                    bgl({test::Airport(3, "KSEA", 47.449, -122.309, 132588, {name}),
+                         test::Airport(3, "KXXX", 1, 1, 0, {name})},
+                        {test::Navaid(4, "ISNQ", 47.46, -122.31, 0, 110300000,
+                                      {test::Localizer(163.5f)})}));
+    test::WriteFile(inst.Simulator / "Addon Scenery/LSZH/scenery/lszh.bgl",
+                    bgl({test::Airport(0x3C, "LSZH", 47.4647, 8.5492, 432000, {name})}, {}));
+    ASSERT_EQ(inst.Run(), RunEnd::Finished);
+
+    Lines log = inst.Log();
+    Lines tail(log.end() - 8, log.end());
+    EXPECT_EQ(tail, (Lines{"00000 , 0002 , LSZH  - Zurich",
+                           inst.SimWin + "ADDON SCENERY\\LSZH\\scenery\\lszh.bgl", "",
+                           "00001 , 0001 , KSEA  - Seattle-Tacoma Intl", "Blind Airport found at: 2",
+                           inst.SimWin + "SCENERY\\WORLD\\scenery\\ksea.bgl", "",
+                           "WriteAirports2File successfull"}));
+
+    auto fixed = [](int32_t number, const char* icao, const char* airportName, const char* country,
+                    const char* state, const char* city, double lat, double lon, int32_t feet,
+                    const char* file) {
+        test::Le le;
+        le.I32(number).Text(icao, 5).Text(airportName, 40).Text(country, 40).Text(state, 40);
+        le.Text(city, 40);
+        float latitude = test::Latitude(test::PackLatitude(lat));
+        float longitude = test::Longitude(test::PackLongitude(lon));
+        le.F32(latitude).F32(longitude).F32(latitude).F32(longitude).F32(0).I32(feet);
+        le.Text(file, 15).I32(0).I32(0).I32(0).I32(0);
+        return le.B;
+    };
+    std::string expected =
+        test::Le().I32(1).B +
+        fixed(0, "LSZH", "Zurich", "Switzerland", "0", "Zurich", 47.4647, 8.5492, 1417, "lszh.bgl") +
+        fixed(1, "KSEA", "Seattle-Tacoma Intl", "United States", "Washington", "Seattle", 47.449,
+              -122.309, 433, "ksea.bgl");
+    fs::path set = inst.Program / "database" / "FS09";
+    EXPECT_EQ(test::ReadBytes(set / "Airport.skl"), expected);
+    for (const char* empty : {"Taxi.skl", "Poly.skl", "Marker.skl", "Ils.skl", "Region.skl",
+                              "State.skl", "Country.skl", "City.skl"})
+        EXPECT_EQ(fs::file_size(set / empty), 0u) << empty;
+    EXPECT_EQ(inst.State.Tables.IlsTable.size(), 1u);
+    EXPECT_EQ(inst.State.Tables.IlsTable[0].AirportIndex, -2);
 }
 
 TEST(UpdateRun, StockSceneryIsFoundAnywhereInTheFolderWhateverItsCase) {
