@@ -121,6 +121,24 @@ struct IlsWorkingValues {
     float GsPitch = 0;
 };
 
+// A taxi point resolved to degrees.
+struct TaxiPoint {
+    float Latitude = 0;
+    float Longitude = 0;
+};
+
+// One path of the Taxi file.
+struct TaxiPath {
+    float StartLatitude = 0;
+    float StartLongitude = 0;
+    float EndLatitude = 0;
+    float EndLongitude = 0;
+    FixedText<8> TaxiName;
+    uint8_t NameIndex = 0;
+    uint8_t PathType = 0;
+    FixedText<5> Icao;
+};
+
 // A code as the table lookups compare it: trimmed and upper-cased.
 std::string CodeKey(std::string_view code);
 

@@ -23,6 +23,31 @@ void ReadMarkerSubsection(RunState& state, int32_t position, int32_t recordCount
 // The readers of airport subrecords, each given the number of bytes behind the
 // subrecord's header.
 void ReadAirportName04(RunState& state, int32_t length);
+void ReadRunway04(RunState& state, int32_t length);
+void ReadComm04(RunState& state, int32_t length);
+void ReadParking04(RunState& state, int32_t length);
+void ReadAirportDelete04(RunState& state, int32_t length);
+void ReadAirportDelete10(RunState& state, int32_t length);
+void ReadApron104(RunState& state, int32_t length);
+void ReadTaxiPoints04(RunState& state, int32_t length);
+void ReadTaxiPath04(RunState& state, int32_t length);
+
+// The taxi names subrecord that may stand directly behind the taxi paths:
+// whether it was there, and how many names it held.
+struct TaxiNames {
+    bool Read = false;
+    int16_t Count = 0;
+};
+TaxiNames ReadTaxiName04(RunState& state);
+
+// The fields of a parking spot's packed word.
+struct ParkingBits {
+    uint8_t ParkingName = 0;
+    uint8_t ParkingType = 0;
+    uint8_t AirlineCodeCount = 0;
+    int32_t ParkingNumber = 0;
+};
+ParkingBits GetParkingBits(uint32_t word);
 
 // The reader of each kind of section that the walk hands subsections to.
 using SubsectionReader = std::function<void(RunState&, int32_t, int32_t, int32_t)>;

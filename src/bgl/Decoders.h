@@ -21,6 +21,17 @@ double DecodeLongitude(int32_t value);
 // whole metres by floor, then feet rounded half to even.
 int32_t AltitudeFeetRounded(int32_t millimetres);
 
+// Runway altitude, length and width: the value in feet rounded down, checked
+// against 32 bits.
+int32_t FloorFeet(double metres);
+
+// MHz from Hz: the first six characters of the frequency's decimal text, read
+// back as a number and divided by 1000 (118027500 gives 118.027).
+float FrequencyMhz(int32_t hertz);
+
+// Drops every NUL character and trims blanks at both ends.
+std::string StripNulls(std::string_view text);
+
 // Capitalises a name: the first character upper-cased, every further one
 // lower-cased after an input character of code 65 or more, upper-cased
 // otherwise (after a blank, digit, hyphen, point or apostrophe).

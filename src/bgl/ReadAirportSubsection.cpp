@@ -22,7 +22,6 @@ namespace {
 constexpr const char* kProcedure = "ReadAirportSubsection";
 constexpr int16_t kFs2004Airport = 3;
 constexpr int16_t kFsxAirport = 60;
-constexpr int16_t kAirportNameSubrecord = 25;
 
 std::string Formatted(const char* format, long value) {
     char text[32];
@@ -83,10 +82,25 @@ void WalkSubrecords(RunState& state, int64_t start, int32_t size) {
         int16_t id = bgl.I16();
         int32_t subSize = bgl.I32();
         int32_t length = To32(int64_t{subSize} - 6);
+        const bool fsx = state.Reading.AirportRecordId == kFsxAirport;
         switch (id) {
-            case kAirportNameSubrecord:
-                ReadAirportName04(state, length);
+            case 0x04: ReadRunway04(state, length); break;
+            case 0x12: ReadComm04(state, length); break;
+            case 0x19: ReadAirportName04(state, length); break;
+            case 0x1A: ReadTaxiPoints04(state, length); break;
+            case 0x1C: ReadTaxiPath04(state, length); break;
+            case 0x33:
+                fsx ? ReadAirportDelete10(state, length) : ReadAirportDelete04(state, length);
                 break;
+            case 0x37: ReadApron104(state, length); break;
+            case 0x1B:
+            case 0x3D:
+                // Parking spots: 0x1B in the FS2004 form, 0x3D in the FSX form.
+                if ((id == 0x3D) == fsx) {
+                    ReadParking04(state, length);
+                    break;
+                }
+                [[fallthrough]];
             default: {
                 // Passed over by its size. A size below 6 would stand still or
                 // go back, unless the move ends the walk.
@@ -125,6 +139,8 @@ void ReadAirportSubsection(RunState& state, int32_t position, int32_t recordCoun
             int32_t code = bgl.I32();
             bgl.Skip(reading.AirportRecordId == kFs2004Airport ? 8 : 12);
             reading.CurrentIcao = GetIcaoCode04(state, code, true);
+            reading.AirportLatitude = static_cast<float>(DecodeLatitude(latitude));
+            reading.AirportLongitude = static_cast<float>(DecodeLongitude(longitude));
             reading.AirportIsNew = true;
             reading.CurrentAddonEntry = 0;
 

@@ -17,19 +17,12 @@
 #include "bgl/Decoders.h"
 #include "platform/Checked.h"
 #include "run/RunLog.h"
-#include "scenery/SceneryCfg.h"
 
 namespace skl {
 
 namespace {
 
 constexpr uint8_t kIls = 4;
-
-// MHz from Hz as the first six characters of the frequency's decimal text.
-float FrequencyMhz(int32_t hertz) {
-    std::string digits = std::to_string(hertz).substr(0, 6);
-    return static_cast<float>(LeadingNumber(digits) / 1000.0);
-}
 
 }  // namespace
 

@@ -44,6 +44,9 @@ struct Reading {
     bool AirportIsNew = false;
     // The AddonAirports entry that the current airport made, 0 when it made none.
     int32_t CurrentAddonEntry = 0;
+    // The reference point of the current airport, which its comms copy.
+    float AirportLatitude = 0;
+    float AirportLongitude = 0;
     // The BGL file being read: its number in the file table and its bytes.
     int16_t BglFile = 0;
     platform::ByteReader Bgl;
@@ -78,6 +81,10 @@ struct Tables {
     std::vector<std::string> DoubleAddonIcaos{std::string()};
     std::unordered_set<std::string> DoubleAddonKeys;
     int32_t PolygonCounter = 0;
+    // The taxi points of the last taxi point subrecord (one spare element at the
+    // end) and the names of the last taxi name subrecord.
+    std::vector<TaxiPoint> TaxiPoints;
+    std::vector<std::string> TaxiNames;
     // Counts for the summary of a run.
     int32_t BlindAirports = 0;
     int32_t StationsRead = 0;

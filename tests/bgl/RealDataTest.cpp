@@ -15,9 +15,20 @@ namespace fs = std::filesystem;
 
 const fs::path kRealData = SKL_REALDATA_DIR;
 
+// The files that the readers write while reading, opened in the run's folder.
+void OpenReadingOutputs(test::LoggedState& run) {
+    Files& files = run.State.Files;
+    for (auto [handle, name] : {std::pair{&Files::TaxiFile, "Taxi.skl"},
+                                {&Files::PolyFile, "Poly.skl"}, {&Files::MarkerFile, "Marker.skl"}}) {
+        files.*handle = static_cast<int16_t>(files.Table.FreeFile());
+        files.Table.OpenOutput(files.*handle, (run.Dir.Path / name).string());
+    }
+}
+
 TEST(RealData, EveryBglFileIsWalkedOrRefusedWithoutErrors) {
     if (!fs::is_directory(kRealData)) GTEST_SKIP() << "no real data at " << kRealData;
     test::LoggedState run;
+    OpenReadingOutputs(run);
     int accepted = 0;
     int refused = 0;
     for (const auto& entry : fs::recursive_directory_iterator(kRealData)) {
@@ -45,6 +56,7 @@ TEST(RealData, KphxGivesItsAirportAndItsIlsStations) {
     fs::path file = kRealData / "TheMainlineCowboy__SkyHarborPhx" / "scenery" / "KPHX_ADEX.BGL";
     if (!fs::is_regular_file(file)) GTEST_SKIP() << "no real data at " << kRealData;
     test::LoggedState run;
+    OpenReadingOutputs(run);
     Reading& reading = run.State.Reading;
     reading.CurrentBglFile = "KPHX_ADEX.BGL";
     reading.AreaNumber = 12;
