@@ -28,6 +28,9 @@ void ReadComm04(RunState& state, int32_t length);
 void ReadParking04(RunState& state, int32_t length);
 void ReadAirportDelete04(RunState& state, int32_t length);
 void ReadAirportDelete10(RunState& state, int32_t length);
+// Both forms of the delete record: the fixed size read and the highest bit of
+// the flag word taken apart.
+void ReadAirportDelete(RunState& state, int32_t length, int32_t fixedSize, int highestBit);
 void ReadApron104(RunState& state, int32_t length);
 void ReadTaxiPoints04(RunState& state, int32_t length);
 void ReadTaxiPath04(RunState& state, int32_t length);

@@ -1,11 +1,6 @@
-// Taxiway subrecords, each behind its 6-byte header:
-//   0x1A taxi points: i16 count, then 12 bytes each: 4 not used,
-//        i32 longitude, i32 latitude (packed)
-//   0x1C taxi paths:  i16 count, then 20 bytes each: i16 start point,
-//        u8 low 8 bits of the end point, u8 (low 4 bits: its high 4 bits),
-//        u8 path type, u8 name index, 14 not used
-//   0x1D taxi names:  i16 count, then 8 characters each; read only directly
-//        behind the paths
+// Taxi paths subrecord (id 0x1C), behind its 6-byte header: an i16 count, then
+// 20 bytes each: i16 start point, u8 low 8 bits of the end point, u8 (low 4
+// bits: its high 4 bits), u8 path type, u8 name index, 14 not used.
 // Each path of a written type goes to Taxi.skl as a record of 31 bytes:
 //    0 f32 StartLatitude  4 f32 StartLongitude  8 f32 EndLatitude
 //   12 f32 EndLongitude  16 text8 TaxiName  24 u8 NameIndex  25 u8 PathType
@@ -41,47 +36,6 @@ std::string TaxiRecord(const TaxiPath& path) {
 }
 
 }  // namespace
-
-void ReadTaxiPoints04(RunState& state, int32_t /*length*/) {
-    platform::ByteReader& bgl = state.Reading.Bgl;
-    std::vector<TaxiPoint>& points = state.Tables.TaxiPoints;
-    ReaderStatement(state, "ReadTaxiPoints04", [&] {
-        int16_t count = bgl.I16();
-        if (count < 0) throw RunError(kSubscriptOutOfRange);
-        points.assign(static_cast<size_t>(count) + 1, TaxiPoint());
-        for (int32_t i = 0; i < count; ++i) {
-            bgl.Skip(4);
-            int32_t longitude = bgl.I32();
-            int32_t latitude = bgl.I32();
-            points[static_cast<size_t>(i)].Latitude = static_cast<float>(DecodeLatitude(latitude));
-            points[static_cast<size_t>(i)].Longitude = static_cast<float>(DecodeLongitude(longitude));
-        }
-    });
-}
-
-TaxiNames ReadTaxiName04(RunState& state) {
-    platform::ByteReader& bgl = state.Reading.Bgl;
-    TaxiNames result;
-    ReaderStatement(state, "ReadTaxiName04", [&] {
-        int16_t id = bgl.I16();
-        bgl.Skip(4);
-        if (id != 29) {
-            // The header belongs to the next subrecord: the airport walk reads it.
-            bgl.Skip(-6);
-            return;
-        }
-        int16_t count = bgl.I16();
-        if (count < 0) throw RunError(kSubscriptOutOfRange);
-        state.Tables.TaxiNames.assign(static_cast<size_t>(count) + 1, std::string());
-        for (int32_t i = 0; i < count; ++i) {
-            std::string name(8, '\0');
-            bgl.Read(name.data(), 8);
-            state.Tables.TaxiNames[static_cast<size_t>(i)] = name;
-        }
-        result = TaxiNames{true, count};
-    });
-    return result;
-}
 
 void ReadTaxiPath04(RunState& state, int32_t /*length*/) {
     const Reading& reading = state.Reading;

@@ -9,8 +9,6 @@
 
 namespace skl {
 
-namespace {
-
 void ReadAirportDelete(RunState& state, int32_t length, int32_t fixedSize, int highestBit) {
     platform::ByteReader& bgl = state.Reading.Bgl;
     Tables& tables = state.Tables;
@@ -42,14 +40,8 @@ void ReadAirportDelete(RunState& state, int32_t length, int32_t fixedSize, int h
     if (length != fixedSize) bgl.Skip(int64_t{length} - fixedSize);
 }
 
-}  // namespace
-
 void ReadAirportDelete04(RunState& state, int32_t length) {
     ReadAirportDelete(state, length, 4, 7);
-}
-
-void ReadAirportDelete10(RunState& state, int32_t length) {
-    ReadAirportDelete(state, length, 6, 11);
 }
 
 }  // namespace skl
