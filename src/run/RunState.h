@@ -85,6 +85,8 @@ struct Tables {
     // end) and the names of the last taxi name subrecord.
     std::vector<TaxiPoint> TaxiPoints;
     std::vector<std::string> TaxiNames;
+    // The keys of the City file, sorted, as the last run left them.
+    std::vector<std::string> CityKeys;
     // Counts for the summary of a run.
     int32_t BlindAirports = 0;
     int32_t StationsRead = 0;

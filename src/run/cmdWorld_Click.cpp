@@ -5,6 +5,7 @@
 #include <string>
 
 #include "bgl/BglReaders.h"
+#include "consolidation/Consolidation.h"
 #include "run/DatabaseFiles.h"
 #include "skl/AirportFile.h"
 #include "platform/Win1252.h"
@@ -72,6 +73,42 @@ bool ReadAllAreas(RunState& state, FrontEnd& frontEnd) {
     return true;
 }
 
+// Steps after the last BGL file: the passes over the tables and the writers of
+// the files derived from them, each followed by its success line whether it
+// failed or not.
+void ConsolidateAndWrite(RunState& state, FrontEnd& frontEnd) {
+    auto statement = [&](const std::function<void()>& body) {
+        return BlockStatement(state, kProcedure, body);
+    };
+    auto pass = [&](const char* name, const std::function<void()>& body) {
+        statement(body);
+        statement([&] { LogLine(state, std::string(name) + " successfull"); });
+    };
+    pass("AssignIls2Airport", [&] { AssignIls2Airport(state, frontEnd); });
+    pass("RemoveIllegalState", [&] { RemoveIllegalState(state); });
+    pass("Check4ILSDoubles", [&] { Check4ILSDoubles(state); });
+    const Tables& tables = state.Tables;
+    if (tables.DoubleAddonTop() > 0) {
+        statement([&] { MergeDoubleAirports(state); });
+        const std::string banner(37, '=');
+        statement([&] { LogLine(state, banner); });
+        statement([&] { LogLine(state, "Maybe some double AFCAD file found!!!"); });
+        for (int32_t m = 1; m <= tables.DoubleAddonTop(); ++m) {
+            statement([&] {
+                LogLine(state, "AFCAD Airport: " +
+                                   TrimBlanks(tables.DoubleAddonIcaos[static_cast<size_t>(m)]) +
+                                   " found!!!");
+            });
+        }
+        statement([&] { LogLine(state, banner); });
+    }
+    pass("WriteAirports2File", [&] { WriteAirports2File(state); });
+    pass("FillRegionTable", [&] { FillRegionTable(state); });
+    pass("FillCountryTable", [&] { FillCountryTable(state, frontEnd); });
+    pass("FillStateTable", [&] { FillStateTable(state, frontEnd); });
+    pass("FillCityTable", [&] { FillCityTable(state, frontEnd); });
+}
+
 }  // namespace
 
 bool IsStockScenery(const std::string& stockSceneryPath, const std::string& directory) {
@@ -117,8 +154,7 @@ RunEnd cmdWorld_Click(RunState& state, FrontEnd& frontEnd) {
         bool finished = true;
         statement([&] { finished = ReadAllAreas(state, frontEnd); });
         if (!finished) return RunEnd::Cancelled;
-        statement([&] { WriteAirports2File(state); });
-        statement([&] { LogLine(state, "WriteAirports2File successfull"); });
+        ConsolidateAndWrite(state, frontEnd);
         Files& files = state.Files;
         for (int16_t Files::*handle :
              {&Files::TaxiFile, &Files::PolyFile, &Files::MarkerFile, &Files::RegionFile,

@@ -71,6 +71,27 @@ Lines CfgCopy(const std::string& cfgPath, const std::string& cfg, bool fsx = fal
     return lines;
 }
 
+// The closing lines of a finished run without double airports, with the lines
+// of the unbound add-on ILS. Without any airport the country and state tables
+// fail with error 9 and the run goes on.
+Lines Closing(const Lines& unbound = {}, bool noAirport = false) {
+    const std::string banner(37, '=');
+    Lines lines{banner, "Undefined ILS'es found: ", ""};
+    lines.insert(lines.end(), unbound.begin(), unbound.end());
+    lines.insert(lines.end(), {banner, "", "AssignIls2Airport successfull",
+                               "RemoveIllegalState successfull", "Check4ILSDoubles successfull",
+                               "WriteAirports2File successfull", "FillRegionTable successfull"});
+    for (const char* table : {"FillCountryTable successfull", "FillStateTable successfull"}) {
+        if (noAirport)
+            lines.insert(lines.end(), {"===== Error Error Error =====",
+                                       "Source: cmdWorld_Click  =  9 = Subscript out of range",
+                                       "============================="});
+        lines.push_back(table);
+    }
+    lines.push_back("FillCityTable successfull");
+    return lines;
+}
+
 TEST(UpdateRun, Fs2004RunReadsAreasFromTheTopLayerDownInNameOrder) {
     Installation inst;
     std::string cfg = test::SceneryCfg({
@@ -112,17 +133,22 @@ TEST(UpdateRun, Fs2004RunReadsAreasFromTheTopLayerDownInNameOrder) {
         expected.push_back(path);
         expected.push_back("");
     }
-    expected.push_back("WriteAirports2File successfull");
+    Lines closing = Closing({}, /*noAirport=*/true);
+    expected.insert(expected.end(), closing.begin(), closing.end());
     EXPECT_EQ(inst.Log(), expected);
 
     // Progress per slot from the top, none for slot 0; the status per file; one
     // cancel point per file from the second file of an area on.
-    Lines statuses(inst.FrontEnd.Statuses.begin() + 1, inst.FrontEnd.Statuses.end() - 1);
-    EXPECT_EQ(inst.FrontEnd.Statuses.front(), "Searching for *.bgl files!");
+    const Lines& all = inst.FrontEnd.Statuses;
+    ASSERT_EQ(all.size(), 12u);  // old.bgl and empty.bgl are read too
+    Lines statuses(all.begin() + 1, all.begin() + 9);
+    EXPECT_EQ(all.front(), "Searching for *.bgl files!");
     EXPECT_EQ(statuses.front(), "ALPINE\r ... reading:  alps.bgl");
     EXPECT_EQ(statuses.back(), "WORLD\r ... reading:  _last.Bgl");
-    EXPECT_EQ(statuses.size(), 8u);  // old.bgl and empty.bgl are read too
-    EXPECT_EQ(inst.FrontEnd.Statuses.back(), "Finished!");
+    // No airport: the country and state tables fail before their status texts.
+    EXPECT_EQ(Lines(all.begin() + 9, all.end()),
+              (Lines{"   ...assigning ILS to runways and airports!   ",
+                     "   ...writing city table ", "Finished!"}));
     std::vector<double> percents;
     for (int i = 6; i >= 1; --i) percents.push_back(100.0 - 100.0 / (7.0 / i));
     EXPECT_EQ(inst.FrontEnd.Percents, percents);
@@ -144,9 +170,17 @@ TEST(UpdateRun, FsxRunTakesTheLibraryFromTheWinePrefix) {
     ASSERT_EQ(inst.Run(), RunEnd::Finished);
     EXPECT_EQ(inst.SimWin, "C:\\FSX\\");
     Lines expected = CfgCopy("C:\\ProgramData\\Microsoft\\FSX\\scenery.cfg", cfg, true);
-    expected.insert(expected.end(), {"C:\\FSX\\SCENERY\\0000\\scenery\\APX.bgl", "",
-                                     "WriteAirports2File successfull"});
+    expected.insert(expected.end(), {"C:\\FSX\\SCENERY\\0000\\scenery\\APX.bgl", ""});
+    Lines closing = Closing({}, /*noAirport=*/true);
+    expected.insert(expected.end(), closing.begin(), closing.end());
     EXPECT_EQ(inst.Log("SKLDBM_FS10.LOG"), expected);
+    // Empty tables: the files say so, and the failing tables stay empty.
+    fs::path set = inst.Program / "database" / "FS10";
+    EXPECT_EQ(test::ReadBytes(set / "Airport.skl"), test::Le().I32(-1).B);
+    EXPECT_EQ(test::ReadBytes(set / "City.skl"), test::Le().I32(-1).B);
+    EXPECT_EQ(test::ReadBytes(set / "Region.skl"), test::Le().I32(1).Text("World", 30).B);
+    for (const char* empty : {"Country.skl", "State.skl", "Ils.skl", "Taxi.skl"})
+        EXPECT_EQ(fs::file_size(set / empty), 0u) << empty;
     EXPECT_EQ(inst.FrontEnd.Percents, (std::vector<double>{100.0 - 100.0 / (3.0 / 2),
                                                            100.0 - 100.0 / (3.0 / 1)}));
 }
@@ -222,12 +256,14 @@ TEST(UpdateRun, AirportsOfAllAreasReachTheAirportFile) {
     ASSERT_EQ(inst.Run(), RunEnd::Finished);
 
     Lines log = inst.Log();
-    Lines tail(log.end() - 8, log.end());
-    EXPECT_EQ(tail, (Lines{"00000 , 0002 , LSZH  - Zurich",
-                           inst.SimWin + "ADDON SCENERY\\LSZH\\scenery\\lszh.bgl", "",
-                           "00001 , 0001 , KSEA  - Seattle-Tacoma Intl", "Blind Airport found at: 2",
-                           inst.SimWin + "SCENERY\\WORLD\\scenery\\ksea.bgl", "",
-                           "WriteAirports2File successfull"}));
+    Lines tail(log.end() - 20, log.end());
+    Lines expectedTail{"00000 , 0002 , LSZH  - Zurich",
+                       inst.SimWin + "ADDON SCENERY\\LSZH\\scenery\\lszh.bgl", "",
+                       "00001 , 0001 , KSEA  - Seattle-Tacoma Intl", "Blind Airport found at: 2",
+                       inst.SimWin + "SCENERY\\WORLD\\scenery\\ksea.bgl", ""};
+    Lines closing = Closing();  // the stock ILS stays unbound and unlisted
+    expectedTail.insert(expectedTail.end(), closing.begin(), closing.end());
+    EXPECT_EQ(tail, expectedTail);
 
     auto fixed = [](int32_t number, const char* icao, const char* airportName, const char* country,
                     const char* state, const char* city, double lat, double lon, int32_t feet,
@@ -241,15 +277,23 @@ TEST(UpdateRun, AirportsOfAllAreasReachTheAirportFile) {
         le.Text(file, 15).I32(0).I32(0).I32(0).I32(0);
         return le.B;
     };
-    std::string expected =
+    // No airport of Queensland, Ontario or Maine: every state becomes "0".
+    std::string airports =
         test::Le().I32(1).B +
         fixed(0, "LSZH", "Zurich", "Switzerland", "0", "Zurich", 47.4647, 8.5492, 1417, "lszh.bgl") +
-        fixed(1, "KSEA", "Seattle-Tacoma Intl", "United States", "Washington", "Seattle", 47.449,
+        fixed(1, "KSEA", "Seattle-Tacoma Intl", "United States", "0", "Seattle", 47.449,
               -122.309, 433, "ksea.bgl");
     fs::path set = inst.Program / "database" / "FS09";
-    EXPECT_EQ(test::ReadBytes(set / "Airport.skl"), expected);
-    for (const char* empty : {"Taxi.skl", "Poly.skl", "Marker.skl", "Ils.skl", "Region.skl",
-                              "State.skl", "Country.skl", "City.skl"})
+    EXPECT_EQ(test::ReadBytes(set / "Airport.skl"), airports);
+    EXPECT_EQ(test::ReadBytes(set / "Region.skl"), test::Le().I32(1).Text("World", 30).B);
+    EXPECT_EQ(test::ReadBytes(set / "Country.skl"),
+              test::Le().I32(1).Text("Switzerland", 40).Text("World", 30).Text("United States", 40)
+                  .Text("World", 30).B);
+    EXPECT_EQ(test::ReadBytes(set / "State.skl"), test::Le().I32(1).B);  // two pairs, none written
+    EXPECT_EQ(test::ReadBytes(set / "City.skl"),
+              test::Le().I32(1).Text("Seattle", 40).Text("0", 40).Text("United States", 40)
+                  .Text("Zurich", 40).Text("0", 40).Text("Switzerland", 40).B);
+    for (const char* empty : {"Taxi.skl", "Poly.skl", "Marker.skl", "Ils.skl"})
         EXPECT_EQ(fs::file_size(set / empty), 0u) << empty;
     EXPECT_EQ(inst.State.Tables.IlsTable.size(), 1u);
     EXPECT_EQ(inst.State.Tables.IlsTable[0].AirportIndex, -2);
