@@ -25,8 +25,9 @@ double CheckedDivide(double numerator, double denominator) {
     return numerator / denominator;
 }
 
-// The Mercator stretched latitude.
-double Stretched(float latitude) {
+// The Mercator stretched latitude, in 64-bit arithmetic (the float overloads
+// of sin and cos would round to 32 bits).
+double Stretched(double latitude) {
     return CheckedLog(CheckedDivide(1 + std::sin(latitude), std::cos(latitude)));
 }
 
@@ -65,7 +66,7 @@ double RhumbDistanceNm(float lat1, float lon1, float lat2, float lon2) {
     const float latitudeDifference = std::fabs(rLat1 - rLat2);
     float d;
     if (tolerance > latitudeDifference)
-        d = static_cast<float>(std::cos(rLat1) * MinValue(westward, eastward));
+        d = static_cast<float>(std::cos(double{rLat1}) * MinValue(westward, eastward));
     else
         d = static_cast<float>(std::fabs(CheckedDivide(rLat2 - rLat1, std::cos(course))));
     return d / kPi * 180.0 * 60.0;
