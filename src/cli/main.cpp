@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 
+#include "cli/DumpCommand.h"
 #include "cli/UpdateCommand.h"
 #include "run/RunLog.h"
 
@@ -26,6 +27,16 @@ int main(int argc, char** argv) {
                               "Map a drive letter to a folder, as X=DIR (repeatable)");
     updateCommand->add_flag("--quiet", update.Quiet, "No status or progress on standard error");
 
+    std::string dumpFile;
+    std::string dumpFormat = "text";
+    CLI::App* dumpCommand = app.add_subcommand(
+        "dump", "Print the records of one of the nine database files, live or backup");
+    dumpCommand->add_option("FILE", dumpFile, "Airport.skl, Airportskl.old, Ils.skl, ...")
+        ->required();
+    dumpCommand->add_option("--format", dumpFormat, "Output format: text, csv or json")
+        ->check(CLI::IsMember({"text", "csv", "json"}))
+        ->capture_default_str();
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
@@ -37,6 +48,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (updateCommand->parsed()) return skl::cli::RunUpdateCommand(update);
+    if (dumpCommand->parsed()) return skl::cli::RunDumpCommand(dumpFile, dumpFormat);
     std::fputs(app.help().c_str(), stdout);
     return 2;
 }
