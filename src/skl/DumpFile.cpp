@@ -8,6 +8,8 @@
 #include <bit>
 #include <cmath>
 #include <cstdio>
+#include <optional>
+#include <sstream>
 #include <vector>
 
 #include "platform/Win1252.h"
@@ -99,6 +101,55 @@ constexpr RecordLayout kComm{"Comm", kCommFields, kCommSize};
 constexpr RecordLayout kParking{"Parking", kParkingFields, kParkingSize};
 constexpr RecordLayout kIls{"Ils", kIlsFields, kIlsSize};
 
+constexpr Field kTaxiFields[] = {
+    {"StartLatitude", 0, F32, 4}, {"StartLongitude", 4, F32, 4}, {"EndLatitude", 8, F32, 4},
+    {"EndLongitude", 12, F32, 4}, {"TaxiName", 16, Text, 8},     {"NameIndex", 24, U8, 1},
+    {"PathType", 25, U8, 1},      {"Icao", 26, Text, 5},
+};
+constexpr Field kPolyFields[] = {
+    {"VertexKind", 0, Text, 1}, {"PolygonNumber", 1, I32, 4}, {"Latitude", 5, F32, 4},
+    {"Longitude", 9, F32, 4},   {"Zero", 13, I16, 2},         {"PolyTag", 15, Text, 1},
+};
+constexpr Field kMarkerFields[] = {
+    {"MarkerKind", 0, Text, 2},
+    {"Latitude", 2, F32, 4},
+    {"Longitude", 6, F32, 4},
+    {"AltitudeFeet", 10, I32, 4},
+};
+constexpr Field kRegionFields[] = {{"Region", 0, Text, 30}};
+constexpr Field kCountryFields[] = {{"Country", 0, Text, 40}, {"Region", 40, Text, 30}};
+constexpr Field kStateFields[] = {{"State", 0, Text, 40}, {"Country", 40, Text, 40}};
+constexpr Field kCityFields[] = {
+    {"City", 0, Text, 40}, {"State", 40, Text, 40}, {"Country", 80, Text, 40}};
+static_assert(FillsRecord(kTaxiFields, 31));
+static_assert(FillsRecord(kPolyFields, 16));
+static_assert(FillsRecord(kMarkerFields, 14));
+static_assert(FillsRecord(kCountryFields, 70));
+static_assert(FillsRecord(kStateFields, 80));
+static_assert(FillsRecord(kCityFields, 120));
+constexpr RecordLayout kTaxi{"Taxi", kTaxiFields, 31};
+constexpr RecordLayout kPoly{"Poly", kPolyFields, 16};
+constexpr RecordLayout kMarker{"Marker", kMarkerFields, 14};
+constexpr RecordLayout kRegion{"Region", kRegionFields, 30};
+constexpr RecordLayout kCountry{"Country", kCountryFields, 70};
+constexpr RecordLayout kState{"State", kStateFields, 80};
+constexpr RecordLayout kCity{"City", kCityFields, 120};
+
+// The four table files start with one i32 of a meaning of their own.
+struct HeaderedLayout {
+    const char* HeaderName;
+    const RecordLayout* Records;
+};
+std::optional<HeaderedLayout> TableLayout(DatabaseKind kind) {
+    switch (kind) {
+        case DatabaseKind::Region: return HeaderedLayout{"RecordCount", &kRegion};
+        case DatabaseKind::Country: return HeaderedLayout{"LastIndex", &kCountry};
+        case DatabaseKind::State: return HeaderedLayout{"LastPairIndex", &kState};
+        case DatabaseKind::City: return HeaderedLayout{"LastAirportIndex", &kCity};
+        default: return std::nullopt;
+    }
+}
+
 // The blocks behind an airport's fixed part, in the order they follow it (the
 // counts stand in another order: runway, comm, ILS, parking).
 struct Block {
@@ -116,7 +167,13 @@ constexpr std::array<Block, 4> kBlocks{{
 // The layout of each file that is a plain sequence of records; nullptr where
 // the layout is not known yet. Airport.skl has its own walk.
 const RecordLayout* FlatLayout(DatabaseKind kind) {
-    return kind == DatabaseKind::Ils ? &kIls : nullptr;
+    switch (kind) {
+        case DatabaseKind::Ils: return &kIls;
+        case DatabaseKind::Taxi: return &kTaxi;
+        case DatabaseKind::Poly: return &kPoly;
+        case DatabaseKind::Marker: return &kMarker;
+        default: return nullptr;
+    }
 }
 
 constexpr std::array<std::pair<const char*, DatabaseKind>, 9> kStems{{
@@ -382,6 +439,27 @@ DumpOutcome DumpFile(std::span<const uint8_t> bytes, std::string_view fileName, 
     } else if (const RecordLayout* layout = FlatLayout(*kind)) {
         DumpRecords(bytes, *layout, format, out);
         cut = bytes.size() % layout->Size != 0;
+    } else if (auto table = TableLayout(*kind)) {
+        // An empty table file (its pass failed) has no header either.
+        if (bytes.empty()) {
+            if (format == DumpFormat::Json) out << "[]\n";
+        } else if (bytes.size() < 4) {
+            cut = true;
+        } else {
+            std::string header = std::to_string(static_cast<int32_t>(Load(bytes.data(), 4)));
+            if (format == DumpFormat::Text) out << table->HeaderName << '=' << header << '\n';
+            if (format == DumpFormat::Csv) out << "# " << table->HeaderName << '=' << header << '\n';
+            if (format == DumpFormat::Json) out << "{\"" << table->HeaderName << "\": " << header << ", \"records\": ";
+            std::span<const uint8_t> records = bytes.subspan(4);
+            std::ostringstream body;
+            DumpRecords(records, *table->Records, format, format == DumpFormat::Json ? body : out);
+            if (format == DumpFormat::Json) {
+                std::string text = body.str();
+                if (!text.empty() && text.back() == '\n') text.pop_back();
+                out << text << "}\n";
+            }
+            cut = records.size() % table->Records->Size != 0;
+        }
     } else {
         DumpUnknownLayout(bytes.size(), format, out);
     }

@@ -236,19 +236,26 @@ TEST(DumpFile, FilesWithoutRecords) {
     EXPECT_EQ(Dump("", "Ils.skl", DumpFormat::Json).Out, "[]\n");
     EXPECT_EQ(Lines(Dump("", "Ils.skl", DumpFormat::Csv).Out), 1u);
 
-    // The files whose layout is not known yet.
+    // The files written while reading, and the four tables with their header.
     for (const char* name : {"Taxi.skl", "Poly.skl", "Marker.skl", "Region.skl", "State.skl",
                              "Country.skl", "City.skl"}) {
         EXPECT_EQ(Dump("", name, DumpFormat::Text).Out, "") << name;
-        EXPECT_EQ(Dump("", name, DumpFormat::Csv).Out, "") << name;
         EXPECT_EQ(Dump("", name, DumpFormat::Json).Out, "[]\n") << name;
         EXPECT_EQ(Dump("", name, DumpFormat::Json).Outcome.ExitStatus, 0) << name;
     }
-    Dumped taxi = Dump(std::string(31, 'x'), "Taxiskl.old", DumpFormat::Text);
-    EXPECT_EQ(taxi.Out, "31 bytes, record layout not known yet\n");
-    EXPECT_EQ(taxi.Outcome.ExitStatus, 0);
-    EXPECT_EQ(Dump(std::string(31, 'x'), "City.skl", DumpFormat::Json).Out,
-              "{\"size\": 31, \"note\": \"record layout not known yet\"}\n");
+    std::string marker = "OM" + std::string("\x00\x00\x80\x3F", 4) +
+                         std::string("\x00\x00\x00\x40", 4) + std::string("\x9C\x01\x00\x00", 4);
+    EXPECT_EQ(Dump(marker, "Markerskl.old", DumpFormat::Text).Out,
+              "Marker MarkerKind=\"OM\" Latitude=1 Longitude=2 AltitudeFeet=412\n");
+    std::string country = std::string("\x01\x00\x00\x00", 4) + "Austria" + std::string(33, ' ') +
+                          "World" + std::string(25, ' ');
+    EXPECT_EQ(Dump(country, "Country.skl", DumpFormat::Text).Out,
+              "LastIndex=1\nCountry Country=\"Austria\" Region=\"World\"\n");
+    EXPECT_EQ(Dump(country, "Country.skl", DumpFormat::Json).Out,
+              "{\"LastIndex\": 1, \"records\": [\n  {\"Country\": \"Austria\", \"Region\": \"World\"}\n]}\n");
+    EXPECT_EQ(Dump(std::string("\xFF\xFF\xFF\xFF", 4), "City.skl", DumpFormat::Csv).Out,
+              "# LastAirportIndex=-1\nCity,State,Country\n");
+    EXPECT_EQ(Dump(std::string(33, 'x'), "Taxi.skl", DumpFormat::Text).Outcome.ExitStatus, 1);
 }
 
 TEST(DumpFile, CutFilePrintsWhatIsComplete) {
