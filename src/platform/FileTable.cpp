@@ -24,6 +24,9 @@ void FileTable::OpenOutput(int number, const std::string& nativePath) {
     if (IsOpen(number) || number < 1) throw RunError(kPathFileAccess);
     std::FILE* file = std::fopen(nativePath.c_str(), "wb");
     if (file == nullptr) ThrowFromErrno(errno);
+    // Records are written a few bytes at a time: a large buffer keeps the
+    // system calls few.
+    std::setvbuf(file, nullptr, _IOFBF, 1 << 16);
     open_[number].Output = file;
 }
 
