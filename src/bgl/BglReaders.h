@@ -20,6 +20,11 @@ void ReadAirportSubsection(RunState& state, int32_t position, int32_t recordCoun
 void ReadVORILSSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
 void ReadMarkerSubsection(RunState& state, int32_t position, int32_t recordCount, int32_t size);
 
+// Moves the position of an airport subrecord's reader by `count` bytes. A move
+// back (a header size below 6) is an invalid argument (5) unless it lands where
+// the airport's walk ends.
+void MoveInAirportWalk(RunState& state, int64_t count);
+
 // The readers of airport subrecords, each given the number of bytes behind the
 // subrecord's header.
 void ReadAirportName04(RunState& state, int32_t length);

@@ -13,12 +13,10 @@ void ReadAirportDelete(RunState& state, int32_t length, int32_t fixedSize, int h
     platform::ByteReader& bgl = state.Reading.Bgl;
     Tables& tables = state.Tables;
     const int32_t entryIndex = state.Reading.CurrentAddonEntry;
-    // A header size below 6 would move the walk back.
-    if (length < 0) throw RunError(kInvalidArgument);
     if (entryIndex == 0) {
         // An airport without an entry of its own has nothing to note: the
         // record is passed over by its size.
-        bgl.Skip(length);
+        MoveInAirportWalk(state, length);
         return;
     }
     int32_t value = bgl.I16();
@@ -37,7 +35,10 @@ void ReadAirportDelete(RunState& state, int32_t length, int32_t fixedSize, int h
     if (digits[5] == 1) entry.DeletesRunways = true;
     if (digits[7] == 1) entry.DeletesTaxiways = true;
     entry.ReplacesOthers = entry.DeletesTaxiways && entry.DeletesRunways && entry.DeletesAprons;
-    if (length != fixedSize) bgl.Skip(int64_t{length} - fixedSize);
+    if (length < 0)
+        MoveInAirportWalk(state, int64_t{length} - fixedSize);
+    else if (length != fixedSize)
+        bgl.Skip(int64_t{length} - fixedSize);
 }
 
 void ReadAirportDelete04(RunState& state, int32_t length) {

@@ -6,12 +6,15 @@
 
 namespace skl {
 
+void MoveInAirportWalk(RunState& state, int64_t count) {
+    platform::ByteReader& bgl = state.Reading.Bgl;
+    if (count < 0 && bgl.Position() + count < state.Reading.WalkEnd)
+        throw RunError(kInvalidArgument);
+    bgl.Skip(count);
+}
+
 void ReadAirportName04(RunState& state, int32_t length) {
-    ReaderStatement(state, "ReadAirportName04", [&] {
-        // A header size below 6 would move the walk back: the record is damaged.
-        if (length < 0) throw RunError(kInvalidArgument);
-        state.Reading.Bgl.Skip(length);
-    });
+    ReaderStatement(state, "ReadAirportName04", [&] { MoveInAirportWalk(state, length); });
 }
 
 }  // namespace skl

@@ -82,6 +82,7 @@ void WalkSubrecords(RunState& state, int64_t start, int32_t size) {
         int16_t id = bgl.I16();
         int32_t subSize = bgl.I32();
         int32_t length = To32(int64_t{subSize} - 6);
+        state.Reading.WalkEnd = walkEnd();
         const bool fsx = state.Reading.AirportRecordId == kFsxAirport;
         switch (id) {
             case 0x04: ReadRunway04(state, length); break;

@@ -44,6 +44,9 @@ struct Reading {
     bool AirportIsNew = false;
     // The AddonAirports entry that the current airport made, 0 when it made none.
     int32_t CurrentAddonEntry = 0;
+    // Where the current airport's subrecord walk ends: a reader that moves the
+    // position back by a damaged size is no error when it lands there.
+    int64_t WalkEnd = 0;
     // The reference point of the current airport, which its comms copy.
     float AirportLatitude = 0;
     float AirportLongitude = 0;
