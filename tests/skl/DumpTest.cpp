@@ -1,37 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <bit>
 #include <sstream>
 
 #include "cli/DumpCommand.h"
 #include "platform/Win1252.h"
 #include "skl/DumpFile.h"
+#include "support/ExpectedBytes.h"
 #include "support/RunHelpers.h"
 
 namespace skl {
 namespace {
 
-// Little-endian bytes written out by hand, independent of the writers.
-struct Le {
-    std::string B;
-    Le& I32(int32_t v) {
-        for (int i = 0; i < 4; ++i)
-            B += static_cast<char>((static_cast<uint32_t>(v) >> (8 * i)) & 0xFF);
-        return *this;
-    }
-    Le& I16(int16_t v) {
-        B += static_cast<char>(v & 0xFF);
-        B += static_cast<char>((static_cast<uint16_t>(v) >> 8) & 0xFF);
-        return *this;
-    }
-    Le& F32(float v) { return I32(std::bit_cast<int32_t>(v)); }
-    Le& Text(std::string text, size_t width, char pad = ' ') {
-        text.resize(width, pad);
-        B += text;
-        return *this;
-    }
-};
+using test::Le;
 
 std::string Airport(int32_t number, const char* icao, const char* name, float latitude,
                     float longitude, float towerLatitude, float towerLongitude, int32_t runways,
