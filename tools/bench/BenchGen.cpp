@@ -334,12 +334,11 @@ BglRecord Parkings(std::mt19937& rng, const AirportPlan& airport) {
     return Raw(0x1B, body);
 }
 
-// Taxi points (0x1A): u16 count, 2 bytes not used, then 12 bytes a point: u8 type,
-// u8 orientation, 2 not used, i32 longitude, i32 latitude.
+// Taxi points (0x1A): u16 count, then 12 bytes a point: u8 type, u8 orientation,
+// 2 not used, i32 longitude, i32 latitude.
 BglRecord TaxiPoints(std::mt19937& rng, const AirportPlan& airport) {
     skl::ByteWriter body;
     body.U16(static_cast<uint16_t>(airport.TaxiPoints));
-    body.U16(0);
     for (int64_t i = 0; i < airport.TaxiPoints; ++i) {
         body.U8(static_cast<uint8_t>(Between(rng, 1, 3)));
         body.U8(0);
@@ -351,8 +350,8 @@ BglRecord TaxiPoints(std::mt19937& rng, const AirportPlan& airport) {
 }
 
 // Taxi paths (0x1C): u16 count, then 20 bytes a path: u16 start point, u16 end
-// point with the type above, u8 designator, u8 name index, u8 surface, u8 flags,
-// f32 width, f32 weight limit, 4 not used.
+// point (12 bits) with a drawing flag above, u8 path type, u8 name index, u8
+// surface, u8 flags, f32 width, f32 weight limit, 4 not used.
 BglRecord TaxiPaths(std::mt19937& rng, const AirportPlan& airport) {
     skl::ByteWriter body;
     body.U16(static_cast<uint16_t>(airport.TaxiPaths));
@@ -360,7 +359,9 @@ BglRecord TaxiPaths(std::mt19937& rng, const AirportPlan& airport) {
         body.U16(static_cast<uint16_t>(Between(rng, 0, airport.TaxiPoints - 1)));
         const auto end = static_cast<uint16_t>(Between(rng, 0, airport.TaxiPoints - 1));
         body.U16(static_cast<uint16_t>(end | Between(rng, 1, 3) << 12));
-        body.U8(0);
+        // Mostly taxiways (1), some runways (4) and parking paths (5, 6).
+        static constexpr uint8_t kTypes[] = {1, 1, 1, 4, 5, 6, 2};
+        body.U8(kTypes[Between(rng, 0, 6)]);
         body.U8(static_cast<uint8_t>(Between(rng, 0, std::max<int64_t>(airport.TaxiNames, 1) - 1)));
         body.U8(static_cast<uint8_t>(Between(rng, 0, 6)));
         body.U8(0);
@@ -383,15 +384,13 @@ BglRecord TaxiNames(std::mt19937& rng, const AirportPlan& airport) {
     return Raw(0x1D, body);
 }
 
-// Apron (0x37): u8 surface, u8 flags, u16 vertex count, 8 not used, then 8 bytes a
-// vertex: i32 longitude, i32 latitude.
+// Apron (0x37): u8 surface, u16 vertex count, then 8 bytes a vertex: i32
+// longitude, i32 latitude.
 BglRecord Apron(std::mt19937& rng, const AirportPlan& airport) {
     const int64_t vertices = Between(rng, 4, 24);
     skl::ByteWriter body;
     body.U8(static_cast<uint8_t>(Between(rng, 0, 6)));
-    body.U8(1);
     body.U16(static_cast<uint16_t>(vertices));
-    body.Text("", 8);
     for (int64_t i = 0; i < vertices; ++i) {
         body.I32(PackLongitude(airport.Longitude + BetweenReal(rng, -0.01, 0.01)));
         body.I32(PackLatitude(airport.Latitude + BetweenReal(rng, -0.01, 0.01)));
