@@ -26,10 +26,11 @@ void ReadApron104(RunState& state, int32_t length) {
         int16_t count = bgl.I16();
         tables.PolygonCounter = To32(int64_t{tables.PolygonCounter} + 1);
         char kind = 'M';
+        ByteWriter record;
         for (int32_t i = 0; i < count; ++i) {
             int32_t longitude = bgl.I32();
             int32_t latitude = bgl.I32();
-            ByteWriter record;
+            record.Bytes.clear();
             record.U8(static_cast<uint8_t>(kind));
             record.I32(tables.PolygonCounter);
             record.F32(static_cast<float>(DecodeLatitude(latitude)));

@@ -47,7 +47,7 @@ struct SectionEntry {
 
 int ReadBglFile(RunState& state, const SectionReaders& readers) {
     platform::ByteReader& bgl = state.Reading.Bgl;
-    auto statement = [&](const std::function<void()>& body) {
+    auto statement = [&](auto&& body) {
         return ReaderStatement(state, "ReadBglFile", body);
     };
 

@@ -21,8 +21,8 @@ constexpr size_t kTaxiFileIndex = 0;  // the first file of the set
 constexpr size_t kTaxiRecordSize = 31;
 constexpr uint8_t kWrittenPathTypes[] = {1, 4, 5, 6, 33, 36, 97, 100, 101};
 
-std::string TaxiRecord(const TaxiPath& path) {
-    ByteWriter out;
+void PutTaxiRecord(ByteWriter& out, const TaxiPath& path) {
+    out.Bytes.clear();
     out.F32(path.StartLatitude);
     out.F32(path.StartLongitude);
     out.F32(path.EndLatitude);
@@ -32,7 +32,6 @@ std::string TaxiRecord(const TaxiPath& path) {
     out.U8(path.PathType);
     out.Raw(std::string_view(path.Icao.Bytes.data(), path.Icao.Bytes.size()));
     if (out.Size() != kTaxiRecordSize) throw std::logic_error("taxi record size");
-    return out.Bytes;
 }
 
 }  // namespace
@@ -42,7 +41,7 @@ void ReadTaxiPath04(RunState& state, int32_t /*length*/) {
     platform::ByteReader& bgl = state.Reading.Bgl;
     const std::vector<TaxiPoint>& points = state.Tables.TaxiPoints;
     // Every step goes on with the next after an error, with one line each.
-    auto statement = [&](const std::function<void()>& body) {
+    auto statement = [&](auto&& body) {
         ReaderStatement(state, "ReadTaxiPath04", body);
     };
     int16_t count = 0;
@@ -81,13 +80,15 @@ void ReadTaxiPath04(RunState& state, int32_t /*length*/) {
         }
     }
     if (!reading.AirportIsNew) return;
+    ByteWriter record;
     for (int32_t i = 1; i <= count && static_cast<size_t>(i) < paths.size(); ++i) {
         const TaxiPath& path = paths[static_cast<size_t>(i)];
         if (std::find(std::begin(kWrittenPathTypes), std::end(kWrittenPathTypes), path.PathType) ==
             std::end(kWrittenPathTypes))
             continue;
         statement([&] {
-            state.Files.Table.Write(state.Files.TaxiFile, TaxiRecord(path));
+            PutTaxiRecord(record, path);
+            state.Files.Table.Write(state.Files.TaxiFile, record.Bytes);
             ++state.Files.RecordsWritten[kTaxiFileIndex];
         });
     }

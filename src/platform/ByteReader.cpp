@@ -33,9 +33,21 @@ struct ByteReader::Source {
     int Fd = -1;
     int64_t FileLength = 0;
     std::array<Block, kCachedBlocks> Blocks;
+    const Block* Last = nullptr;
     uint64_t Clock = 0;
 
     void ReadAt(int64_t offset, uint8_t* out, int64_t count) {
+        // Most reads are a few bytes inside the block read last.
+        if (Fd >= 0 && Last != nullptr && offset >= Last->Start &&
+            offset + count <= Last->Start + Last->Fill) {
+            std::memcpy(out, Last->Bytes.data() + (offset - Last->Start),
+                        static_cast<size_t>(count));
+            return;
+        }
+        if (Fd < 0 && offset >= 0 && offset + count <= static_cast<int64_t>(Bytes.size())) {
+            std::memcpy(out, Bytes.data() + offset, static_cast<size_t>(count));
+            return;
+        }
         std::memset(out, 0, static_cast<size_t>(count));
         if (Fd < 0) {
             int64_t size = static_cast<int64_t>(Bytes.size());
@@ -63,6 +75,7 @@ struct ByteReader::Source {
         for (Block& block : Blocks) {
             if (block.Start == start) {
                 block.LastUse = ++Clock;
+                Last = &block;
                 return block;
             }
             if (block.LastUse < victim->LastUse) victim = &block;
@@ -79,6 +92,7 @@ struct ByteReader::Source {
             if (got <= 0) break;
             victim->Fill += got;
         }
+        Last = victim;
         return *victim;
     }
 };

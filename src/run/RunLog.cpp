@@ -18,20 +18,6 @@ std::string DateTimeText() {
     return text;
 }
 
-// Runs body; any error it raises becomes its error number. RunAborted passes.
-int ErrorOf(const std::function<void()>& body) {
-    try {
-        body();
-        return 0;
-    } catch (const RunAborted&) {
-        throw;
-    } catch (const RunStopped&) {
-        throw;
-    } catch (...) {
-        return CurrentErrorNumber(std::current_exception());
-    }
-}
-
 }  // namespace
 
 void OpenLogFile(RunState& state, const std::string& fileName) {
@@ -70,21 +56,22 @@ void LogReaderError(RunState& state, std::string_view procedure, int number) {
                        std::to_string(number) + ")");
 }
 
-bool BlockStatement(RunState& state, std::string_view procedure, const std::function<void()>& body,
-                    const std::function<void()>& extraLines) {
-    int number = ErrorOf(body);
-    if (number == 0) return true;
-    LogErrorBlock(state, procedure, number, extraLines);
-    if (number == kPathFileAccess || number == kBadFileNumber) throw RunAborted{};
-    return false;
+int ErrorOfCurrentException() {
+    try {
+        throw;
+    } catch (const RunAborted&) {
+        throw;
+    } catch (const RunStopped&) {
+        throw;
+    } catch (...) {
+        return CurrentErrorNumber(std::current_exception());
+    }
 }
 
-bool ReaderStatement(RunState& state, std::string_view procedure,
-                     const std::function<void()>& body) {
-    int number = ErrorOf(body);
-    if (number == 0) return true;
-    LogReaderError(state, procedure, number);
-    return false;
+void FailedBlockStatement(RunState& state, std::string_view procedure, int number,
+                          const std::function<void()>& extraLines) {
+    LogErrorBlock(state, procedure, number, extraLines);
+    if (number == kPathFileAccess || number == kBadFileNumber) throw RunAborted{};
 }
 
 }  // namespace skl

@@ -40,16 +40,48 @@ void LogErrorBlock(RunState& state, std::string_view procedure, int number,
 // Writes the one-line report of a reader.
 void LogReaderError(RunState& state, std::string_view procedure, int number);
 
+// The error number of the exception in flight (see CurrentErrorNumber);
+// RunAborted and RunStopped pass on.
+int ErrorOfCurrentException();
+
+// Runs a body and gives the error number it raised, 0 when none. A template, so
+// that the statements of the readers' hot loops cost no allocation.
+template <typename Body>
+int ErrorOf(Body&& body) {
+    try {
+        body();
+        return 0;
+    } catch (...) {
+        return ErrorOfCurrentException();
+    }
+}
+
+// After a statement of a top procedure failed: writes the error block; 75 and 52
+// end the run (RunAborted).
+void FailedBlockStatement(RunState& state, std::string_view procedure, int number,
+                          const std::function<void()>& extraLines);
+
 // Runs one statement under a top procedure's block handler: an error is written
 // as the error block; 75 and 52 end the run (RunAborted), any other number is
 // cleared and the caller goes on with its next statement. Returns false when the
 // statement failed.
-bool BlockStatement(RunState& state, std::string_view procedure, const std::function<void()>& body,
-                    const std::function<void()>& extraLines = {});
+template <typename Body>
+bool BlockStatement(RunState& state, std::string_view procedure, Body&& body,
+                    const std::function<void()>& extraLines = {}) {
+    int number = ErrorOf(body);
+    if (number == 0) return true;
+    FailedBlockStatement(state, procedure, number, extraLines);
+    return false;
+}
 
 // Runs a reader's body (or one statement of a reader that goes on with the next
 // statement) under its one-line handler. Returns false when it failed.
-bool ReaderStatement(RunState& state, std::string_view procedure,
-                     const std::function<void()>& body);
+template <typename Body>
+bool ReaderStatement(RunState& state, std::string_view procedure, Body&& body) {
+    int number = ErrorOf(body);
+    if (number == 0) return true;
+    LogReaderError(state, procedure, number);
+    return false;
+}
 
 }  // namespace skl

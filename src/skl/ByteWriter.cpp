@@ -1,5 +1,6 @@
 #include "skl/ByteWriter.h"
 
+#include <algorithm>
 #include <bit>
 #include <stdexcept>
 
@@ -14,8 +15,8 @@ void ByteWriter::I16(int16_t value) {
 }
 
 void ByteWriter::U16(uint16_t value) {
-    U8(static_cast<uint8_t>(value & 0xFF));
-    U8(static_cast<uint8_t>(value >> 8));
+    const char bytes[2] = {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)};
+    Bytes.append(bytes, 2);
 }
 
 void ByteWriter::I32(int32_t value) {
@@ -23,7 +24,10 @@ void ByteWriter::I32(int32_t value) {
 }
 
 void ByteWriter::U32(uint32_t value) {
-    for (int shift = 0; shift < 32; shift += 8) U8(static_cast<uint8_t>((value >> shift) & 0xFF));
+    const char bytes[4] = {static_cast<char>(value & 0xFF), static_cast<char>((value >> 8) & 0xFF),
+                           static_cast<char>((value >> 16) & 0xFF),
+                           static_cast<char>((value >> 24) & 0xFF)};
+    Bytes.append(bytes, 4);
 }
 
 void ByteWriter::U64(uint64_t value) {
@@ -39,7 +43,9 @@ void ByteWriter::F64(double value) {
 }
 
 void ByteWriter::Text(std::string_view text, size_t width) {
-    for (size_t i = 0; i < width; ++i) Bytes.push_back(i < text.size() ? text[i] : '\0');
+    size_t kept = std::min(width, text.size());
+    Bytes.append(text.data(), kept);
+    Bytes.append(width - kept, '\0');
 }
 
 void ByteWriter::Raw(std::string_view bytes) {
