@@ -25,9 +25,12 @@ void FileTable::OpenOutput(int number, const std::string& nativePath) {
     std::FILE* file = std::fopen(nativePath.c_str(), "wb");
     if (file == nullptr) ThrowFromErrno(errno);
     // Records are written a few bytes at a time: a large buffer keeps the
-    // system calls few.
-    std::setvbuf(file, nullptr, _IOFBF, 1 << 16);
-    open_[number].Output = file;
+    // system calls few (stdio would take the block size of the file system).
+    constexpr size_t kBufferSize = 1 << 16;
+    Entry& entry = open_[number];
+    entry.Buffer = std::make_unique<char[]>(kBufferSize);
+    std::setvbuf(file, entry.Buffer.get(), _IOFBF, kBufferSize);
+    entry.Output = file;
 }
 
 void FileTable::OpenInput(int number, const std::string& nativePath) {

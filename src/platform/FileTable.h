@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -43,6 +44,7 @@ private:
     struct Entry {
         std::FILE* Output = nullptr;
         int Input = -1;
+        std::unique_ptr<char[]> Buffer;  // the output's stdio buffer
     };
     std::map<int, Entry> open_;
 };
