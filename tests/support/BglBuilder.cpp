@@ -291,4 +291,78 @@ BglRecord Marker(uint8_t type, double latitude, double longitude, int32_t elevat
     return MakeRecord(0x18, body);
 }
 
+BglRecord Parking(bool fsx, const std::vector<ParkingSpot>& spots) {
+    ByteWriter body;
+    body.I16(static_cast<int16_t>(spots.size()));
+    for (const auto& spot : spots) {
+        uint32_t word =
+            spot.Word.value_or((uint32_t{spot.Name} & 0x3F) | (uint32_t{spot.Type} & 0x0F) << 8 |
+                               (uint32_t{spot.Number} & 0x0FFF) << 12 |
+                               static_cast<uint32_t>(spot.AirlineCodes.size() & 0xFF) << 24);
+        body.U32(word);
+        body.F32(spot.Radius);
+        body.F32(spot.Heading);
+        if (fsx) body.Text("", 16);
+        body.I32(PackLongitude(spot.Longitude));
+        body.I32(PackLatitude(spot.Latitude));
+        for (const auto& code : spot.AirlineCodes) body.Text(code, 4);
+    }
+    return MakeRecord(fsx ? 0x3D : 0x1B, body);
+}
+
+BglRecord TaxiPoints(const std::vector<Position>& points) {
+    ByteWriter body;
+    body.I16(static_cast<int16_t>(points.size()));
+    for (const auto& point : points) {
+        body.U8(0x01);  // kind of point: not read
+        body.U8(0x00);
+        body.U16(0);
+        body.I32(PackLongitude(point.Longitude));
+        body.I32(PackLatitude(point.Latitude));
+    }
+    return MakeRecord(0x1A, body);
+}
+
+BglRecord TaxiPaths(const std::vector<TaxiPathEntry>& paths) {
+    ByteWriter body;
+    body.I16(static_cast<int16_t>(paths.size()));
+    for (const auto& path : paths) {
+        body.I16(path.Start);
+        body.U8(static_cast<uint8_t>(path.End & 0xFF));
+        body.U8(static_cast<uint8_t>(((path.End >> 8) & 0x0F) | (path.EndHighNibble << 4)));
+        body.U8(path.Type);
+        body.U8(path.NameIndex);
+        body.F32(22.5f);  // width: not read
+        body.Text("", 10);
+    }
+    return MakeRecord(0x1C, body);
+}
+
+BglRecord TaxiNames(const std::vector<std::string>& names) {
+    ByteWriter body;
+    body.I16(static_cast<int16_t>(names.size()));
+    for (const auto& name : names) body.Text(name, 8);
+    return MakeRecord(0x1D, body);
+}
+
+BglRecord Apron(const std::vector<Position>& vertices, std::string_view trailing) {
+    ByteWriter body;
+    body.U8(0);
+    body.I16(static_cast<int16_t>(vertices.size()));
+    for (const auto& vertex : vertices) {
+        body.I32(PackLongitude(vertex.Longitude));
+        body.I32(PackLatitude(vertex.Latitude));
+    }
+    body.Raw(trailing);
+    return MakeRecord(0x37, body);
+}
+
+BglRecord AirportDelete(uint16_t word, bool fsx, size_t extraBytes) {
+    ByteWriter body;
+    body.U16(word);
+    body.Text("", fsx ? 4 : 2);
+    body.Raw(std::string(extraBytes, '\xEE'));
+    return MakeRecord(0x33, body);
+}
+
 }  // namespace skl::test

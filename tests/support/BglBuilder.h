@@ -101,7 +101,60 @@ BglRecord Glideslope(double latitude, double longitude, float pitch);  // 0x15
 BglRecord Dme(double latitude, double longitude);                      // 0x16
 BglRecord NavName(std::string_view name);                              // 0x19
 
-// Marker type 0 inner, 1 middle, 2 outer.
+// Marker type 0 inner, 1 middle, 2 outer. A record of 28 bytes: header, one unused
+// byte, the type, longitude, latitude, elevation and 8 unused bytes.
 BglRecord Marker(uint8_t type, double latitude, double longitude, int32_t elevationMm);
+
+struct Position {
+    double Latitude = 0;
+    double Longitude = 0;
+};
+
+// A parking spot. The packed word holds Name (bits 0-5), Type (8-11), Number (12-23)
+// and the number of airline codes (24-31); Word, when given, is put in as it stands
+// instead. Each airline code takes 4 bytes, cut or filled with NULs.
+struct ParkingSpot {
+    uint8_t Name = 0;
+    uint8_t Type = 0;
+    uint16_t Number = 0;
+    float Radius = 0;
+    float Heading = 0;
+    double Latitude = 0;
+    double Longitude = 0;
+    std::vector<std::string> AirlineCodes{};
+    std::optional<uint32_t> Word{};
+};
+// Subrecord 0x1B (FS2004 form, 20 bytes a spot) or 0x3D (FSX form, 36 bytes a spot:
+// 16 unused bytes behind the heading): an i16 count, then the spots, each followed by
+// its airline codes.
+BglRecord Parking(bool fsx, const std::vector<ParkingSpot>& spots);
+
+// Subrecord 0x1A: an i16 count, then 12 bytes a point (4 unused, longitude, latitude).
+BglRecord TaxiPoints(const std::vector<Position>& points);
+
+// A taxi path between two points; End has 12 bits. EndHighNibble fills the high 4 bits
+// of the byte that holds the top of End, which the readers ignore.
+struct TaxiPathEntry {
+    int16_t Start = 0;
+    uint16_t End = 0;
+    uint8_t Type = 1;
+    uint8_t NameIndex = 0;
+    uint8_t EndHighNibble = 0;
+};
+// Subrecord 0x1C: an i16 count, then 20 bytes a path (i16 start, u8 low 8 bits of the
+// end, u8 with the high 4 bits of the end in its low nibble, u8 type, u8 name index,
+// 14 unused).
+BglRecord TaxiPaths(const std::vector<TaxiPathEntry>& paths);
+
+// Subrecord 0x1D: an i16 count, then 8 characters a name, cut or filled with NULs.
+BglRecord TaxiNames(const std::vector<std::string>& names);
+
+// Subrecord 0x37: an unused byte, an i16 count, 8 bytes a vertex (longitude, latitude),
+// then the trailing bytes as given.
+BglRecord Apron(const std::vector<Position>& vertices, std::string_view trailing = {});
+
+// Subrecord 0x33: the i16 flag word (bit 2 aprons, 5 runways, 7 taxiways), 2 unused
+// bytes, 2 more in the FSX form, then extraBytes bytes of 0xEE.
+BglRecord AirportDelete(uint16_t word, bool fsx, size_t extraBytes = 0);
 
 }  // namespace skl::test

@@ -45,20 +45,74 @@ BglSection Terrain() {
     return section;
 }
 
+// Parking spots in a row from a first position, a few metres apart, each with the
+// airline codes given (FS2004 or FSX form).
+BglRecord Gates(bool fsx, uint8_t type, uint16_t firstNumber, int count, double latitude,
+                double longitude, float heading, std::vector<std::string> airlines = {}) {
+    std::vector<ParkingSpot> spots;
+    for (int i = 0; i < count; ++i) {
+        spots.push_back({.Name = 12,  // "gate"
+                         .Type = type,
+                         .Number = static_cast<uint16_t>(firstNumber + i),
+                         .Radius = 18,
+                         .Heading = heading,
+                         .Latitude = latitude + 0.0004 * i,
+                         .Longitude = longitude,
+                         .AirlineCodes = airlines});
+    }
+    return Parking(fsx, spots);
+}
+
+// A small taxiway network: a line of points along the apron edge, joined by paths of
+// the types given (the last path runs back to the first point), and their names.
+std::vector<BglRecord> Taxiways(double latitude, double longitude,
+                                const std::vector<uint8_t>& types,
+                                const std::vector<std::string>& names) {
+    std::vector<Position> points;
+    std::vector<TaxiPathEntry> paths;
+    for (size_t i = 0; i < types.size(); ++i) {
+        points.push_back({latitude + 0.001 * static_cast<double>(i), longitude});
+        paths.push_back({.Start = static_cast<int16_t>(i),
+                         .End = static_cast<uint16_t>((i + 1) % types.size()),
+                         .Type = types[i],
+                         .NameIndex = static_cast<uint8_t>(i % names.size())});
+    }
+    return {TaxiPoints(points), TaxiPaths(paths), TaxiNames(names)};
+}
+
+// A rectangular apron of the given size in degrees, south-west corner first.
+BglRecord RectangleApron(double latitude, double longitude, double height, double width) {
+    return Apron({{latitude, longitude},
+                  {latitude + height, longitude},
+                  {latitude + height, longitude + width},
+                  {latitude, longitude + width}});
+}
+
+std::vector<BglRecord> Join(std::vector<BglRecord> records, const std::vector<BglRecord>& more) {
+    records.insert(records.end(), more.begin(), more.end());
+    return records;
+}
+
 // Seattle-Tacoma and Boeing Field, with the name list behind the airports.
 std::string SeattleFile() {
     auto ksea = Airport(
         3, "KSEA", 47.4490, -122.3093, Mm(132),
-        {AirportName("Seattle-Tacoma Intl"),
-         Runway({16, 1, "ISNQ"}, {34, 2, "IBEJ"}, 47.4497, -122.3078, Mm(132), 3627, 46, 179.9f),
-         Runway({16, 3}, {34, 3}, 47.4490, -122.3110, Mm(132), 2873, 46, 179.9f),
-         Comm(1, 118000000, "SEATTLE ATIS"), Comm(6, 119900000, "SEATTLE"),
-         Comm(5, 121700000, "SEATTLE")});
-    auto kbfi =
-        Airport(3, "KBFI", 47.5300, -122.3020, Mm(6),
-                {AirportName("Boeing Field/King County Intl"),
-                 Runway({14, 2, "IBFI"}, {32, 1}, 47.5300, -122.3020, Mm(6), 3048, 61, 148.8f),
-                 Comm(1, 127750000, "BOEING ATIS"), Comm(6, 120600000, "BOEING")});
+        Join({AirportName("Seattle-Tacoma Intl"),
+              Runway({16, 1, "ISNQ"}, {34, 2}, 47.4497, -122.3078, Mm(132), 3627, 46, 179.9f),
+              Runway({16, 3}, {34, 3}, 47.4490, -122.3110, Mm(132), 2873, 46, 179.9f),
+              Comm(1, 118000000, "SEATTLE ATIS"), Comm(6, 119900000, "SEATTLE"),
+              Comm(5, 121700000, "SEATTLE"), Comm(3, 128500000, ""),
+              Gates(false, 10, 1, 3, 47.4440, -122.3010, 270, {"ASA", "UAL"}),
+              Gates(false, 2, 20, 2, 47.4420, -122.3000, 90),
+              RectangleApron(47.4430, -122.3020, 0.0030, 0.0020)},
+             Taxiways(47.4430, -122.3040, {1, 4, 5, 2}, {"A", "B", "K"})));
+    auto kbfi = Airport(
+        3, "KBFI", 47.5300, -122.3020, Mm(6),
+        {AirportName("Boeing Field/King County Intl"),
+         Runway({14, 2, "IBFI"}, {32, 1, "IKNZ"}, 47.5300, -122.3020, Mm(6), 3048, 61, 148.8f),
+         Comm(1, 127750000, "BOEING ATIS"), Comm(6, 120600000, "BOEING"),
+         Gates(false, 8, 1, 2, 47.5360, -122.3070, 225),
+         RectangleApron(47.5350, -122.3080, 0.0010, 0.0015)});
     auto ils16L = Navaid(4, "ISNQ", 47.4315, -122.3080, Mm(132), 110300000,
                          {Localizer(179.9f), Glideslope(47.4640, -122.3060, 3.0f),
                           Dme(47.4315, -122.3080), NavName("ILS RWY 16L")});
@@ -76,13 +130,23 @@ std::string SeattleFile() {
                 Terrain(), Section(kSectionNameList, {{names}})});
 }
 
-// Paine Field: id 3 in the stock scenery, id 0x3C in the add-on.
+// Paine Field: id 3 in the stock scenery, id 0x3C in the add-on. The add-on replaces
+// the stock airport: its delete record names aprons, runways and taxiways, so the
+// stock one, read later from a lower layer, is hidden.
 std::string PaineFile(uint16_t airportId) {
-    auto kpae =
-        Airport(airportId, "KPAE", 47.9063, -122.2816, Mm(185),
-                {AirportName("Snohomish County"),
-                 Runway({16, 2, "IPAE"}, {34, 1}, 47.9063, -122.2816, Mm(185), 2746, 46, 179.6f),
-                 Comm(1, 128650000, "PAINE ATIS"), Comm(6, 132950000, "PAINE")});
+    const bool addon = airportId == 0x3C;
+    std::vector<BglRecord> subrecords = {
+        AirportName("Snohomish County"),
+        Runway({16, 2, "IPAE"}, {34, 1}, 47.9063, -122.2816, Mm(185), 2746, 46, 179.6f),
+        Comm(1, 128650000, "PAINE ATIS"),
+        Comm(6, 132950000, "PAINE"),
+        Gates(addon, 4, 1, addon ? 3 : 2, 47.9100, -122.2850, 90, {"ASA"}),
+        RectangleApron(47.9090, -122.2860, 0.0020, 0.0010)};
+    if (addon) {
+        subrecords.insert(subrecords.begin() + 1, AirportDelete(0xA4, true));
+        subrecords = Join(subrecords, Taxiways(47.9090, -122.2870, {1, 1, 4}, {"A", "B"}));
+    }
+    auto kpae = Airport(airportId, "KPAE", 47.9063, -122.2816, Mm(185), subrecords);
     auto names = NameList({{"KPAE", "SNOHOMISH COUNTY (PAINE FLD)", "EVERETT", "WASHINGTON",
                             "UNITED STATES", "NORTH AMERICA"}});
     auto ils =
@@ -126,7 +190,9 @@ std::string InnsbruckFile(bool oldVersion) {
                          oldVersion ? 1800 : 2000, 45, 81.0f);
     auto ils = Navaid(4, "OEV", 47.2570, 11.3650, Mm(581), 111100000,
                       {Localizer(81.0f), Dme(47.2570, 11.3650), NavName("LOC DME RWY 08")});
-    return OneAirportFile(3, kLowi, 47.2602, 11.3440, 581, {runway, Comm(1, 126020000, "ATIS")},
+    return OneAirportFile(3, kLowi, 47.2602, 11.3440, 581,
+                          {runway, Comm(1, 126020000, "ATIS"), Comm(6, 120100000, "TOWER"),
+                           Gates(false, 3, 1, 2, 47.2600, 11.3500, 180, {"AUA"})},
                           {Section(kSectionNavaid, {{ils}})});
 }
 
@@ -136,7 +202,13 @@ std::string ZurichFile() {
                       {Localizer(137.6f), Glideslope(47.4790, 8.5330, 3.0f), NavName("ILS 14")});
     return OneAirportFile(
         0x3C, {"LSZH", "ZURICH", "ZURICH", "", "SWITZERLAND", "EUROPE"}, 47.4647, 8.5492, 432,
-        {AirportName("Zurich"), runway, Comm(1, 128525000, "ZURICH ATIS")},
+        Join({AirportName("Zurich"), runway, Comm(1, 128525000, "ZURICH ATIS"),
+              Comm(6, 118100000, "ZURICH TOWER"), Comm(5, 121900000, "ZURICH GROUND"),
+              Gates(true, 10, 1, 4, 47.4600, 8.5600, 315, {"SWR", "DLH", "EDW"}),
+              Gates(true, 4, 60, 2, 47.4560, 8.5580, 45),
+              RectangleApron(47.4590, 8.5590, 0.0020, 0.0030),
+              RectangleApron(47.4550, 8.5570, 0.0010, 0.0010)},
+             Taxiways(47.4580, 8.5550, {1, 4, 0x21, 0x64, 3}, {"A", "B", "E"})),
         {Section(kSectionNavaid, {{ils}}),
          Section(kSectionMarker,
                  {{Marker(2, 47.5420, 8.4720, Mm(450)), Marker(1, 47.4900, 8.5250, Mm(440))}}),
@@ -184,16 +256,17 @@ void WriteDemo(const fs::path& out) {
                                   {"KBFI", "BOEING FIELD BETA", "SEATTLE", "WASHINGTON",
                                    "UNITED STATES", "NORTH AMERICA"},
                                   47.5300, -122.3020, 6, {AirportName("Boeing Field Beta")})}});
-    WriteScenery(fs9 / "Addon Scenery/scenery", "add-on, layer 4",
+    WriteScenery(fs9 / "Addon Scenery/scenery", "add-on, layer 4, hides the stock KPAE",
                  {{"AP_KPAE_Addon.BGL", PaineFile(0x3C)}, {"readme.txt", readme}});
     WriteScenery(
         out / "Shared Addons/Harbor Field/scenery", "add-on outside FS9, layer 7",
-        {{"AP_W55.bgl", OneAirportFile(3,
-                                       {"W55", "KENMORE AIR HARBOR SEAPLANE BASE", "SEATTLE",
-                                        "WASHINGTON", "UNITED STATES", "NORTH AMERICA"},
-                                       47.6290, -122.3390, 4,
-                                       {Runway({16, 0}, {34, 0}, 47.6290, -122.3390, Mm(4), 1524,
-                                               61, 160.0f, 2)})},
+        {{"AP_W55.bgl",
+          OneAirportFile(3,
+                         {"W55", "KENMORE AIR HARBOR SEAPLANE BASE", "SEATTLE", "WASHINGTON",
+                          "UNITED STATES", "NORTH AMERICA"},
+                         47.6290, -122.3390, 4,
+                         {Runway({16, 0}, {34, 0}, 47.6290, -122.3390, Mm(4), 1524, 61, 160.0f, 2),
+                          Comm(9, 122800000, "KENMORE UNICOM")})},
          {"readme.txt", readme}});
     WriteScenery(out / "drive_d/Scenery Packs/Alpine/scenery", "drive D:, layer 8",
                  {{"AP_LSZH.BGL", ZurichFile()}, {"ap_lowi.bgl", InnsbruckFile(false)}});
