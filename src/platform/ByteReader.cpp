@@ -129,30 +129,16 @@ void ByteReader::Read(void* destination, int64_t count) {
     if (count <= 0) return;
     source_->ReadAt(position_, static_cast<uint8_t*>(destination), count);
     position_ += count;
+    if (source_->Fd < 0) {
+        window_ = source_->Bytes.data();
+        windowStart_ = 0;
+        windowEnd_ = static_cast<int64_t>(source_->Bytes.size());
+    } else if (source_->Last != nullptr) {
+        window_ = source_->Last->Bytes.data();
+        windowStart_ = source_->Last->Start;
+        windowEnd_ = source_->Last->Start + source_->Last->Fill;
+    }
 }
-
-uint8_t ByteReader::U8() {
-    uint8_t b = 0;
-    Read(&b, 1);
-    return b;
-}
-
-uint16_t ByteReader::U16() {
-    uint8_t b[2];
-    Read(b, 2);
-    return static_cast<uint16_t>(b[0] | (b[1] << 8));
-}
-
-int16_t ByteReader::I16() { return static_cast<int16_t>(U16()); }
-
-uint32_t ByteReader::U32() {
-    uint8_t b[4];
-    Read(b, 4);
-    return static_cast<uint32_t>(b[0]) | (static_cast<uint32_t>(b[1]) << 8) |
-           (static_cast<uint32_t>(b[2]) << 16) | (static_cast<uint32_t>(b[3]) << 24);
-}
-
-int32_t ByteReader::I32() { return static_cast<int32_t>(U32()); }
 
 float ByteReader::F32() {
     uint32_t bits = U32();
