@@ -98,8 +98,12 @@ std::string SeattleFile() {
     auto ksea = Airport(
         3, "KSEA", 47.4490, -122.3093, Mm(132),
         Join({AirportName("Seattle-Tacoma Intl"),
-              Runway({16, 1, "ISNQ"}, {34, 2}, 47.4497, -122.3078, Mm(132), 3627, 46, 179.9f),
-              Runway({16, 3}, {34, 3}, 47.4490, -122.3110, Mm(132), 2873, 46, 179.9f),
+              // 34R names the localizer of Boeing Field's 32L: it binds to both airports.
+              Runway({16, 1, "ISNQ"}, {34, 2, "IKNZ"}, 47.4497, -122.3078, Mm(132), 3627, 46,
+                     179.9f),
+              // Both ends name one ILS: it binds twice, with both designators.
+              Runway({16, 3, "ISEA"}, {34, 3, "ISEA"}, 47.4490, -122.3110, Mm(132), 2873, 46,
+                     179.9f),
               Comm(1, 118000000, "SEATTLE ATIS"), Comm(6, 119900000, "SEATTLE"),
               Comm(5, 121700000, "SEATTLE"), Comm(3, 128500000, ""),
               Gates(false, 10, 1, 3, 47.4440, -122.3010, 270, {"ASA", "UAL"}),
@@ -119,12 +123,15 @@ std::string SeattleFile() {
     auto ils14R =
         Navaid(4, "IBFI", 47.5110, -122.2880, Mm(6), 110900000,
                {Localizer(148.8f), Glideslope(47.5420, -122.3110, 3.0f), NavName("ILS RWY 14R")});
+    auto ils16C =
+        Navaid(4, "ISEA", 47.4380, -122.3110, Mm(132), 111700000,
+               {Localizer(179.9f), Glideslope(47.4620, -122.3100, 3.0f), NavName("ILS RWY 16C")});
     auto names = NameList(
         {{"KSEA", "SEATTLE-TACOMA INTL", "SEATTLE", "WASHINGTON", "UNITED STATES", "NORTH AMERICA"},
          {"KBFI", "Boeing Field/King County Intl", "Seattle", "Washington", "United States",
           "North America"}});
     return Bgl({Section(kSectionAirport, {{ksea, kbfi}}),
-                Section(kSectionNavaid, {{ils16L}, {ils14R}}),
+                Section(kSectionNavaid, {{ils16L, ils16C}, {ils14R}}),
                 Section(kSectionMarker, {{Marker(2, 47.5870, -122.3090, Mm(120)),
                                           Marker(1, 47.4830, -122.3080, Mm(125))}}),
                 Terrain(), Section(kSectionNameList, {{names}})});
@@ -215,6 +222,21 @@ std::string ZurichFile() {
          Terrain()});
 }
 
+// Brisbane, Toronto and Portland (Maine): one airport of each state that keeps
+// the states of its country.
+std::string StatesFile() {
+    std::vector<BglRecord> airports = {
+        Airport(3, "YBBN", -27.3842, 153.1175, Mm(4), {AirportName("Brisbane")}),
+        Airport(3, "CYYZ", 43.6772, -79.6306, Mm(173), {AirportName("Toronto")}),
+        Airport(3, "KPWM", 43.6462, -70.3093, Mm(23), {AirportName("Portland")})};
+    auto names = NameList(
+        {{"YBBN", "BRISBANE", "BRISBANE", "QUEENSLAND", "AUSTRALIA", "AUSTRALIA"},
+         {"CYYZ", "TORONTO PEARSON INTL", "TORONTO", "ONTARIO", "CANADA", "NORTH AMERICA"},
+         {"KPWM", "PORTLAND INTL JETPORT", "PORTLAND", "MAINE", "UNITED STATES",
+          "NORTH AMERICA"}});
+    return Bgl({Section(kSectionNameList, {{names}}), Section(kSectionAirport, {airports})});
+}
+
 void WriteScenery(const fs::path& folder, std::string_view what,
                   const std::vector<SceneryFile>& files) {
     for (const auto& file : files) WriteFile(folder / file.Name, file.Bytes);
@@ -225,7 +247,7 @@ void WriteDemo(const fs::path& out) {
     const fs::path fs9 = out / "FS9";
     const std::string readme = "Demo scenery written by bglgen.\r\n";
     // Areas are listed in the file's order; layer 8 comes twice (the later one counts),
-    // layers 5 and 6 are unused, and the titles with commas are cut at the comma.
+    // layer 6 is unused, and the titles with commas are cut at the comma.
     MakeFs9Folder(
         fs9, SceneryCfg(
                  {{"Default Terrain", "Scenery\\World", "", "1", "TRUE"},
@@ -235,6 +257,7 @@ void WriteDemo(const fs::path& out) {
                   {"Boeing Field Beta", "Addon Scenery\\Disabled Pack", "", "4", "FALSE"},
                   {"Addon Scenery", "Addon Scenery", "", "4", "TRUE"},
                   {"Harbor Field, Lake Union", "..\\Shared Addons\\Harbor Field", "", "7", "TRUE"},
+                  {"World Airports", "Addon Scenery\\World Airports", "", "5", "TRUE"},
                   {"Alps, Zurich and Innsbruck", "D:\\Scenery Packs\\Alpine", "", "8", "TRUE"}},
                  "\r\n", "FS9 World Scenery"));
     std::cout << fs9.string() << ": FS2004 folder (fs9.exe, scenery.cfg)\n";
@@ -266,10 +289,24 @@ void WriteDemo(const fs::path& out) {
                           "UNITED STATES", "NORTH AMERICA"},
                          47.6290, -122.3390, 4,
                          {Runway({16, 0}, {34, 0}, 47.6290, -122.3390, Mm(4), 1524, 61, 160.0f, 2),
-                          Comm(9, 122800000, "KENMORE UNICOM")})},
+                          Comm(9, 122800000, "KENMORE UNICOM")},
+                         // An add-on localizer that no runway names: it stays unbound and
+                         // goes to Ils.skl and to the log's list.
+                         {Section(kSectionNavaid,
+                                  {{Navaid(4, "IKEN", 47.6200, -122.3400, Mm(4), 109900000,
+                                           {Localizer(160.0f), NavName("LDA LAKE UNION")})}})})},
          {"readme.txt", readme}});
+    // Two files of one area hold Innsbruck: a double add-on airport, merged at the end.
     WriteScenery(out / "drive_d/Scenery Packs/Alpine/scenery", "drive D:, layer 8",
-                 {{"AP_LSZH.BGL", ZurichFile()}, {"ap_lowi.bgl", InnsbruckFile(false)}});
+                 {{"AP_LSZH.BGL", ZurichFile()},
+                  {"ap_lowi.bgl", InnsbruckFile(false)},
+                  {"ap_lowi_gates.bgl",
+                   OneAirportFile(0x3C, kLowi, 47.2600, 11.3460, 579,
+                                  {AirportName("Innsbruck"),
+                                   Gates(true, 6, 10, 1, 47.2590, 11.3520, 180, {"AUA"})})}});
+    // Airports of Queensland, Ontario and Maine: their countries keep their states.
+    WriteScenery(fs9 / "Addon Scenery/World Airports/scenery", "add-on, layer 5",
+                 {{"AP_STATES.bgl", StatesFile()}});
 
     MakeProgramFolder(out / "Skyloom");
     std::cout << (out / "Skyloom").string() << ": program folder\n";
