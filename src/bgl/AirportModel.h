@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <ostream>
+#include <string_view>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -90,13 +93,28 @@ struct AirportRecord {
     std::vector<ParkingRecord> Parkings;
 };
 
+// A string of a name list, shared by every entry that names it: an entry holds
+// a pointer, not a copy, so that a list of 32767 entries naming one long string
+// costs no more than the string.
+class SharedText {
+public:
+    SharedText() = default;
+    explicit SharedText(std::shared_ptr<const std::string> text) : text_(std::move(text)) {}
+    std::string_view Str() const { return text_ ? std::string_view(*text_) : std::string_view(); }
+    friend bool operator==(const SharedText& a, std::string_view b) { return a.Str() == b; }
+    friend std::ostream& operator<<(std::ostream& out, const SharedText& t) { return out << t.Str(); }
+
+private:
+    std::shared_ptr<const std::string> text_;
+};
+
 // One airport of the name list read last.
 struct NameEntry {
-    std::string Region;
-    std::string Country;
-    std::string State;
-    std::string City;
-    std::string AirportName;
+    SharedText Region;
+    SharedText Country;
+    SharedText State;
+    SharedText City;
+    SharedText AirportName;
     std::string Icao;
 };
 

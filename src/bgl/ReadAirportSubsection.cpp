@@ -55,10 +55,10 @@ void CreateRecord(RunState& state, const NameEntry& names, int32_t latitude, int
     airport = AirportRecord();
     airport.AirportNumber = tables.AirportTop;
     airport.Icao = Upper1252(TrimBlanks(reading.CurrentIcao.Str()));
-    airport.AirportName = ProperCase(TrimBlanks(names.AirportName));
-    airport.City = ProperCase(TrimBlanks(names.City));
-    airport.State = names.State.size() >= 2 ? ProperCase(TrimBlanks(names.State)) : "0";
-    airport.Country = TrimBlanks(ProperCase(names.Country));
+    airport.AirportName = ProperCase(TrimBlanks(names.AirportName.Str()));
+    airport.City = ProperCase(TrimBlanks(names.City.Str()));
+    airport.State = names.State.Str().size() >= 2 ? ProperCase(TrimBlanks(names.State.Str())) : "0";
+    airport.Country = TrimBlanks(ProperCase(names.Country.Str()));
     airport.Latitude = static_cast<float>(DecodeLatitude(latitude));
     airport.Longitude = static_cast<float>(DecodeLongitude(longitude));
     airport.AltitudeFeet = AltitudeFeetRounded(altitude);

@@ -19,18 +19,20 @@ namespace skl {
 
 namespace {
 
+using StringList = std::vector<SharedText>;
+
 struct NameLists {
-    std::vector<std::string> Regions, Countries, States, Cities, AirportNames;
+    StringList Regions, Countries, States, Cities, AirportNames;
 };
 
 // A list of n strings; the table keeps one spare empty element at index n.
-std::vector<std::string> NewList(int16_t count) {
+StringList NewList(int16_t count) {
     if (count < 0) throw RunError(kSubscriptOutOfRange);
-    return std::vector<std::string>(static_cast<size_t>(count) + 1);
+    return StringList(static_cast<size_t>(count) + 1);
 }
 
 void ReadStringList(platform::ByteReader& bgl, int32_t recordStart, int16_t count, int32_t offset,
-                    std::vector<std::string>& list, bool blankForEmpty) {
+                    StringList& list, bool blankForEmpty) {
     bgl.Seek(To32(int64_t{recordStart} + offset));
     int32_t base = To32(bgl.Position() + To16(4 * int32_t{count}));
     const int64_t length = bgl.Length();
@@ -38,21 +40,22 @@ void ReadStringList(platform::ByteReader& bgl, int32_t recordStart, int16_t coun
         int32_t stringOffset = bgl.I32();
         int64_t remembered = bgl.Position();
         bgl.Seek(To32(int64_t{base} + stringOffset));
-        std::string& text = At(list, i);
-        text.clear();
+        SharedText& stored = At(list, i);
+        std::string text;
         // A string that runs into the end of the file ends there.
         while (bgl.Position() < length) {
             char c = static_cast<char>(bgl.U8());
             if (c == '\0') break;
             text += c;
         }
-        if (blankForEmpty && text.empty()) text.assign(1, ' ');  // assign(): GCC 12 -Wrestrict
+        if (blankForEmpty && text.empty()) text.assign(1, ' ');
+        stored = SharedText(std::make_shared<const std::string>(std::move(text)));
         if (i != count - 1) bgl.Seek(remembered);
     }
 }
 
 // An index beyond its list is divided by 16, rounded half to even.
-const std::string& Pick(const std::vector<std::string>& list, int32_t value, int16_t count) {
+const SharedText& Pick(const StringList& list, int32_t value, int16_t count) {
     int64_t index = value;
     if (value > count - 1) index = static_cast<int64_t>(std::nearbyint(value / 16.0));
     return At(list, index);
