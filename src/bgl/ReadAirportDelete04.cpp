@@ -34,7 +34,14 @@ void ReadAirportDelete(RunState& state, int32_t length, int32_t fixedSize, int h
     if (digits[2] == 1) entry.DeletesAprons = true;
     if (digits[5] == 1) entry.DeletesRunways = true;
     if (digits[7] == 1) entry.DeletesTaxiways = true;
+    bool replaced = entry.ReplacesOthers;
     entry.ReplacesOthers = entry.DeletesTaxiways && entry.DeletesRunways && entry.DeletesAprons;
+    if (entry.ReplacesOthers && !replaced) {
+        // The flags only add up: the entry now replaces others for good.
+        AddonCode& code = tables.AddonIndex[CodeKey(entry.Icao)];
+        ++code.Replacing;
+        ++code.ByArea[entry.AreaNumber].Replacing;
+    }
     if (length < 0)
         MoveInAirportWalk(state, int64_t{length} - fixedSize);
     else if (length != fixedSize)

@@ -31,19 +31,18 @@ std::string Formatted(const char* format, long value) {
 
 // The override rule: an earlier add-on entry of the code from another area with
 // all three delete flags hides the airport; an entry from the same area notes
-// the code as met twice. Every entry of the code is visited, in list order.
+// the code as met twice. Counted per code and area, this is what a visit of
+// every entry of the code in list order would find.
 bool HiddenByAddon(Tables& tables, const FixedText<5>& icao, int32_t areaNumber) {
     auto found = tables.AddonIndex.find(CodeKey(icao.Str()));
     if (found == tables.AddonIndex.end()) return false;
-    bool hidden = false;
-    for (int32_t index : found->second) {
-        const AddonAirport& entry = tables.AddonAirports[static_cast<size_t>(index)];
-        if (entry.AreaNumber != areaNumber)
-            hidden = hidden || entry.ReplacesOthers;
-        else if (tables.DoubleAddonKeys.insert(CodeKey(icao.Str())).second)
-            tables.DoubleAddonIcaos.push_back(icao.Str());
-    }
-    return hidden;
+    const AddonCode& code = found->second;
+    auto area = code.ByArea.find(areaNumber);
+    int32_t sameArea = area == code.ByArea.end() ? 0 : area->second.Entries;
+    int32_t replacingHere = area == code.ByArea.end() ? 0 : area->second.Replacing;
+    if (sameArea > 0 && tables.DoubleAddonKeys.insert(CodeKey(icao.Str())).second)
+        tables.DoubleAddonIcaos.push_back(icao.Str());
+    return code.Replacing - replacingHere > 0;
 }
 
 void CreateRecord(RunState& state, const NameEntry& names, int32_t latitude, int32_t longitude,
@@ -154,8 +153,9 @@ void ReadAirportSubsection(RunState& state, int32_t position, int32_t recordCoun
                 entry.AreaNumber = reading.AreaNumber;
                 tables.AddonAirports.push_back(entry);
                 reading.CurrentAddonEntry = tables.AddonTop();
-                tables.AddonIndex[CodeKey(reading.CurrentIcao.Str())].push_back(
-                    reading.CurrentAddonEntry);
+                ++tables.AddonIndex[CodeKey(reading.CurrentIcao.Str())]
+                      .ByArea[reading.AreaNumber]
+                      .Entries;
             }
             if (reading.AirportIsNew) tables.AirportTop = To32(int64_t{tables.AirportTop} + 1);
 

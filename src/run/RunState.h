@@ -61,6 +61,18 @@ struct Reading {
     int32_t BglFilesRead = 0;
 };
 
+// What the override rule needs to know of the add-on entries of one code: how
+// many there are of each area, and how many of them replace others. The rule
+// visits every entry of the code; these counts give the same answer at once.
+struct AddonCode {
+    struct Area {
+        int32_t Entries = 0;
+        int32_t Replacing = 0;
+    };
+    std::unordered_map<int32_t, Area> ByArea;
+    int32_t Replacing = 0;
+};
+
 // The tables that the readers fill and the passes change. Lookups that would
 // be linear scans in table order go through hash indexes keyed by CodeKey that
 // yield the same entries in the same order.
@@ -78,7 +90,7 @@ struct Tables {
     // Add-on airports from index 1 (index 0 unused); the index gives every
     // entry of a code in list order.
     std::vector<AddonAirport> AddonAirports{AddonAirport()};
-    std::unordered_map<std::string, std::vector<int32_t>> AddonIndex;
+    std::unordered_map<std::string, AddonCode> AddonIndex;
     // ICAO codes met twice within one area, from index 1; index 0 is unused so
     // that the top index is size - 1.
     std::vector<std::string> DoubleAddonIcaos{std::string()};

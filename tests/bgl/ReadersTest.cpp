@@ -123,12 +123,18 @@ TEST(ReadAirportSubsection, AddonEntriesHideLaterAirportsAndNoteDoubles) {
     EXPECT_EQ(t.DoubleAddonIcaos, (Lines{"", "KSEA "}));
     // All three delete flags of an entry from another area hide the airport,
     // stock or add-on; a hidden add-on airport makes no entry.
-    t.AddonAirports[2].ReplacesOthers = true;
+    // (As a delete record would note them, in the entry and in the code's counts.)
+    auto replacing = [&t](int step) {
+        t.AddonAirports[2].ReplacesOthers = step > 0;
+        t.AddonIndex["KSEA"].Replacing += step;
+        t.AddonIndex["KSEA"].ByArea[20].Replacing += step;
+    };
+    replacing(+1);
     r.Read(ksea, 7, /*stock=*/true);
     r.Read(ksea, 6);
     EXPECT_EQ(t.AirportTop, 2);
     EXPECT_EQ(t.AddonTop(), 3);
-    t.AddonAirports[2].ReplacesOthers = false;
+    replacing(-1);
     r.Read(ksea, 1, /*stock=*/true);  // a stock airport makes no entry either
     EXPECT_EQ(t.AirportTop, 3);
     EXPECT_EQ(t.AddonTop(), 3);
