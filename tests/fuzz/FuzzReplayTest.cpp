@@ -112,10 +112,36 @@ std::string SharedAirportDirectory(int32_t sections, int32_t entries) {
     return out.Bytes;
 }
 
-// Found while analysing the timeout: a name list whose five string lists hold one
+// fuzz_bgl timeouts (inputs of 146 KB and 162 KB): dozens of airport section entries
+// whose directory starts at offset 0 with 500000 subsections, so that each walks
+// the rest of the file as subsection entries, and every entry's reader fails with
+// one log line. Calls and log lines grow with the square of the file size: 500
+// sections over 625 entries (20 KB) gave 312,500 lines in 1 s (GCC -O2), 40 KB gave
+// 1.25 million lines in 4.3 s.
+std::string SharedFailingDirectory(int32_t sections, int32_t entries) {
+    ByteWriter out;
+    Header(out, sections);
+    const int32_t directory = 56 + 20 * sections;
+    for (int32_t i = 0; i < sections; ++i) {
+        out.I32(3);
+        out.I32(0);
+        out.I32(INT32_MAX);
+        out.I32(directory);
+        out.I32(0);
+    }
+    for (int32_t i = 0; i < entries; ++i) {
+        out.I32(0);
+        out.I32(1);
+        out.I32(-1);  // the record lies before the start of the file: error 63
+        out.I32(0);
+    }
+    return out.Bytes;
+}
+
+// Found while analysing the timeouts: a name list whose five string lists hold one
 // string each that runs to the end of the file, and 32767 ICAO entries (read as
-// zeros behind the end) that each copy all five. Memory is 32767 x 5 x the string
-// length: a 4 KB file took 650 MB, a 16 KB one would take 2.6 GB.
+// zeros behind the end) that each take all five. While each entry held copies, a
+// 4 KB file took 650 MB and a 16 KB one would have taken 2.6 GB.
 std::string LongNameListStrings(int32_t length) {
     ByteWriter out;
     Header(out, 1);
@@ -144,6 +170,7 @@ std::string LongNameListStrings(int32_t length) {
 
 TEST(FuzzReplay, FoundInputs) {
     Replay(SharedAirportDirectory(30, 150), "airport sections sharing one directory");
+    Replay(SharedFailingDirectory(50, 60), "sections sharing a directory of failing entries");
     Replay(LongNameListStrings(256), "name list strings that run to the end of the file");
 }
 
