@@ -2,7 +2,8 @@
 //    0 i16 id (24)     2 i32 size    6 u8 not used    7 u8 type (0 IM, 1 MM, else OM)
 //    8 i32 longitude  12 i32 latitude (packed)        16 i32 elevation, mm
 //   20 8   not used
-// Each goes at once to Marker.skl when the last airport read is stored, as a
+// Each goes at once to Marker.skl while AirportIsNew of the last airport read is
+// true (a blind airport counts too), as a
 // record of 14 bytes: 0 char[2] kind, 2 f32 Latitude, 6 f32 Longitude,
 // 10 i32 AltitudeFeet.
 #include "bgl/BglReaders.h"
