@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "run/RunState.h"
+#include "model/RunState.h"
 
 namespace skl {
 

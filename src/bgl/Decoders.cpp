@@ -4,8 +4,8 @@
 
 #include "platform/Checked.h"
 #include "platform/Win1252.h"
-#include "run/RunLog.h"
-#include "scenery/SceneryCfg.h"
+#include "model/LeadingNumber.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "run/RunState.h"
+#include "model/RunState.h"
 
 namespace skl {
 

@@ -1,5 +1,5 @@
 #include "bgl/BglReaders.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

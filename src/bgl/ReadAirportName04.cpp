@@ -2,7 +2,7 @@
 // airport's names come from the name list alone; the text is passed over.
 #include "bgl/BglReaders.h"
 #include "platform/RunError.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

@@ -13,7 +13,7 @@
 #include "bgl/Decoders.h"
 #include "platform/Checked.h"
 #include "platform/Win1252.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

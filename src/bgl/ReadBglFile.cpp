@@ -24,7 +24,7 @@
 
 #include "bgl/BglReaders.h"
 #include "platform/Checked.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

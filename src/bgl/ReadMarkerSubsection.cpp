@@ -8,7 +8,7 @@
 // 10 i32 AltitudeFeet.
 #include "bgl/BglReaders.h"
 #include "bgl/Decoders.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 #include "skl/ByteWriter.h"
 
 namespace skl {

@@ -2,7 +2,7 @@
 // its 6-byte header, an i16 count, then 8 characters each.
 #include "bgl/BglReaders.h"
 #include "platform/Checked.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

@@ -4,7 +4,7 @@
 #include "bgl/BglReaders.h"
 #include "bgl/Decoders.h"
 #include "platform/Checked.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "run/FrontEnd.h"
+#include "model/FrontEnd.h"
 
 namespace skl::cli {
 

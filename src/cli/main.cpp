@@ -5,7 +5,7 @@
 
 #include "cli/DumpCommand.h"
 #include "cli/UpdateCommand.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 int main(int argc, char** argv) {
     CLI::App app{"Rebuilds the Skyloom airport and navigation databases from simulator scenery."};

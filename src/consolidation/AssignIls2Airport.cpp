@@ -9,7 +9,7 @@
 #include "consolidation/Consolidation.h"
 #include "platform/Checked.h"
 #include "platform/Win1252.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 #include "skl/AirportFile.h"
 
 namespace skl {

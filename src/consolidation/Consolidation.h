@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "run/FrontEnd.h"
-#include "run/RunState.h"
+#include "model/FrontEnd.h"
+#include "model/RunState.h"
 
 namespace skl {
 

@@ -2,7 +2,7 @@
 // Country (40 characters each) in ascending order, case counting. Goes on with
 // the next statement after any error, without a log line.
 #include "consolidation/Consolidation.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 #include "skl/TableFiles.h"
 
 namespace skl {

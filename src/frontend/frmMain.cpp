@@ -14,7 +14,7 @@
 #include <cmath>
 
 #include "platform/DriveMap.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 #include "run/ValidatePaths.h"
 
 namespace skl::frontend {

@@ -16,7 +16,7 @@
 #include "frontend/WindowState.h"
 #include "platform/DriveMap.h"
 #include "run/IniFile.h"
-#include "run/RunState.h"
+#include "model/RunState.h"
 #include "run/UpdateRun.h"
 
 class QGroupBox;

@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-#include "run/FrontEnd.h"
-#include "run/RunState.h"
+#include "model/FrontEnd.h"
+#include "model/RunState.h"
 
 namespace skl {
 

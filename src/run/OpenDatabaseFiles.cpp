@@ -19,7 +19,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Win1252.h"
 #include "run/DatabaseFiles.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 namespace skl {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "run/FrontEnd.h"
-#include "run/RunState.h"
+#include "model/FrontEnd.h"
+#include "model/RunState.h"
 
 namespace skl {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "run/RunState.h"
+#include "model/RunState.h"
 
 namespace skl {
 

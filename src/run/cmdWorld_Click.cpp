@@ -9,7 +9,7 @@
 #include "run/DatabaseFiles.h"
 #include "skl/AirportFile.h"
 #include "platform/Win1252.h"
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 #include "run/UpdateRun.h"
 #include "scenery/BglEnumeration.h"
 #include "scenery/SceneryCfg.h"

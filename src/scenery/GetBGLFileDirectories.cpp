@@ -9,7 +9,8 @@
 
 #include "platform/Checked.h"
 #include "platform/Win1252.h"
-#include "run/RunLog.h"
+#include "model/LeadingNumber.h"
+#include "model/RunLog.h"
 #include "scenery/SceneryCfg.h"
 
 namespace skl {
@@ -50,39 +51,6 @@ std::string ReadAll(RunState& state, int fileNumber) {
 }
 
 }  // namespace
-
-double LeadingNumber(std::string_view text) {
-    std::string compact;
-    for (char c : text)
-        if (c != ' ' && c != '\t' && c != '\n' && c != '\r') compact += c;
-    if (compact.size() > 2 && compact[0] == '&' && (compact[1] == 'H' || compact[1] == 'h'))
-        return static_cast<double>(static_cast<int32_t>(std::strtoul(compact.c_str() + 2, nullptr, 16)));
-    if (compact.size() > 2 && compact[0] == '&' && (compact[1] == 'O' || compact[1] == 'o'))
-        return static_cast<double>(static_cast<int32_t>(std::strtoul(compact.c_str() + 2, nullptr, 8)));
-    // Sign, digits, a point, digits, an exponent: the longest such prefix.
-    size_t i = 0;
-    if (i < compact.size() && (compact[i] == '+' || compact[i] == '-')) ++i;
-    size_t digits = 0;
-    while (i < compact.size() && std::isdigit(static_cast<unsigned char>(compact[i]))) ++i, ++digits;
-    if (i < compact.size() && compact[i] == '.') {
-        ++i;
-        while (i < compact.size() && std::isdigit(static_cast<unsigned char>(compact[i]))) ++i, ++digits;
-    }
-    if (digits == 0) return 0.0;
-    size_t mantissaEnd = i;
-    if (i < compact.size() && (compact[i] == 'E' || compact[i] == 'e' || compact[i] == 'D' || compact[i] == 'd')) {
-        size_t j = i + 1;
-        if (j < compact.size() && (compact[j] == '+' || compact[j] == '-')) ++j;
-        size_t expDigits = j;
-        while (j < compact.size() && std::isdigit(static_cast<unsigned char>(compact[j]))) ++j;
-        if (j > expDigits) i = j;
-    }
-    std::string number = compact.substr(0, i);
-    if (i > mantissaEnd) number[mantissaEnd] = 'E';
-    double value = std::strtod(number.c_str(), nullptr);
-    if (!std::isfinite(value)) throw RunError(kOverflow);
-    return value;
-}
 
 void GetBGLFileDirectories(RunState& state) {
     Reading& reading = state.Reading;

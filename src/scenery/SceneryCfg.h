@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "run/RunState.h"
+#include "model/RunState.h"
 
 namespace skl {
 
@@ -28,9 +28,6 @@ std::string CleanCfgItem(std::string_view item);
 // Resolves leading "..\" of a scenery path against a base folder; "" when the
 // path climbs above the drive.
 std::string ResolveRelativePath(std::string path, std::string base);
-
-// The leading number of a text as a double: blanks are ignored, no number is 0.
-double LeadingNumber(std::string_view text);
 
 // Reads the scenery configuration twice: once to copy it into the log and size
 // the area table, once to collect the areas into it.

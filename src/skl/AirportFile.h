@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "bgl/AirportModel.h"
-#include "run/RunState.h"
+#include "model/Records.h"
+#include "model/RunState.h"
 #include "skl/ByteWriter.h"
 
 namespace skl {

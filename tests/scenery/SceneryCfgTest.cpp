@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "model/LeadingNumber.h"
 #include "platform/Checked.h"
 #include "scenery/SceneryCfg.h"
 #include "support/RunHelpers.h"

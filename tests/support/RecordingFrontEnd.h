@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "run/FrontEnd.h"
+#include "model/FrontEnd.h"
 
 namespace skl::test {
 

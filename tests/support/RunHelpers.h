@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/DriveMap.h"
-#include "run/RunLog.h"
-#include "run/RunState.h"
+#include "model/RunLog.h"
+#include "model/RunState.h"
 #include "support/SimFolder.h"
 
 namespace skl::test {

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "consolidation/Consolidation.h"
-#include "run/FrontEnd.h"
-#include "run/RunState.h"
+#include "model/FrontEnd.h"
+#include "model/RunState.h"
 
 namespace {
 

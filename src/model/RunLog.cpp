@@ -1,4 +1,4 @@
-#include "run/RunLog.h"
+#include "model/RunLog.h"
 
 #include <cstdio>
 #include <ctime>

@@ -9,7 +9,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "run/FixedText.h"
+#include "model/FixedText.h"
 
 namespace skl {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/RunError.h"
-#include "run/RunState.h"
+#include "model/RunState.h"
 
 namespace skl {
 

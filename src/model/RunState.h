@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "bgl/AirportModel.h"
+#include "model/Records.h"
 #include "platform/ByteReader.h"
 #include "platform/FileSystem.h"
 #include "platform/DriveMap.h"
 #include "platform/FileTable.h"
-#include "run/FixedText.h"
+#include "model/FixedText.h"
 
 namespace skl {
 

@@ -1,4 +1,4 @@
-#include "bgl/AirportModel.h"
+#include "model/Records.h"
 
 #include "platform/Win1252.h"
 
