@@ -19,9 +19,9 @@ const std::vector<std::string> kCommSuffixes = {"ATIS",      "TOWER",     "GROUN
                                                 "DEPARTURE", "CLEARANCE", "UNICOM"};
 
 // The packed word puts the type in the low byte, the spot's number from bit 8 and the
-// name from bit 20: not the order the readers take it in (name, type, number). It
-// stays so, for the installation, and what a run makes of it, to stay the same from
-// one version of this program to the next.
+// name from bit 20: not the order the readers take it in (name, type, number). It is
+// kept as it is so that the installation, and the database files a run makes of it,
+// stay the same from one version of this program to the next.
 BglRecord ParkingOf(std::mt19937& rng, const AirportPlan& airport) {
     std::vector<ParkingSpot> spots;
     for (int64_t i = 0; i < airport.Parkings; ++i) {
