@@ -1,6 +1,9 @@
+// The window's construction: its controls and their layout, the buttons that do no
+// more than close the window or open the help page, and the end of the window.
+// The pickers are in frmMainPickers.cpp, the ini file in frmMainIni.cpp, the run on
+// the worker thread and its cancel in frmMainRun.cpp.
 #include "frontend/frmMain.h"
 
-#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
@@ -11,29 +14,14 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <cmath>
 
+#include "frontend/WindowFrontEnd.h"
+#include "frontend/WindowText.h"
 #include "platform/DriveMap.h"
-#include "model/RunLog.h"
-#include "run/ValidatePaths.h"
 
 namespace skl::frontend {
 
 namespace {
-
-QString Shown(const std::string& text) {
-    return QString::fromStdString(DisplayText(text));
-}
-
-QString Native(const std::string& utf8) {
-    return QString::fromStdString(utf8);
-}
-
-void SetColour(QLabel* label, Colour colour) {
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, QColor::fromRgb(static_cast<QRgb>(colour)));
-    label->setPalette(palette);
-}
 
 QLabel* NewLabel(const char* name, const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
@@ -56,62 +44,6 @@ QMessageBox::StandardButton AskWithBox(QWidget* parent, const QString& text,
 }
 
 }  // namespace
-
-// The front end as the run on the worker thread sees it: every call is queued to
-// the window, a message box waits for its answer, and the cancel point waits at
-// the gate while the cancel question is open.
-class WindowFrontEnd : public FrontEnd {
-  public:
-    explicit WindowFrontEnd(frmMain& window) : window_(window) {}
-
-    void SetStatusText(const std::string& text) override {
-        window_.gate_.NoteStatus(text);
-        Post([w = &window_, text] { w->ShowStatus(text); });
-    }
-    void SetProgressPercent(double percent) override {
-        Post([w = &window_, percent] { w->ShowPercent(percent); });
-    }
-    void ShowProgress(bool visible) override {
-        Post([w = &window_, visible] { w->ShowBar(visible); });
-    }
-    bool ProcessEvents() override {
-        if (Observer) Observer();
-        return window_.gate_.AtCancelPoint();
-    }
-    MessageAnswer MessageBox(const std::string& text, MessageButtons buttons,
-                             const std::string& title) override {
-        MessageAnswer answer =
-            buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
-        if (window_.abandoned_) return answer;
-        QMetaObject::invokeMethod(
-            &window_, [&] { answer = window_.ShowMessage(text, buttons, title); },
-            Qt::BlockingQueuedConnection);
-        return answer;
-    }
-    void EnableUpdate(bool enabled) override {
-        Post([w = &window_, enabled] { w->RunEnablesUpdate(enabled); });
-    }
-    void EnableCancel(bool enabled) override {
-        Post([w = &window_, enabled] { w->RunEnablesCancel(enabled); });
-    }
-    // The window holds exit disabled for the whole run and enables it when the
-    // run has ended.
-    void EnableExit(bool) override {}
-    // The window unloads on the window thread once the run has returned.
-    void Unload() override { UnloadRequested = true; }
-
-    std::function<void()> Observer;
-    std::atomic<bool> UnloadRequested{false};
-
-  private:
-    template <typename Call>
-    void Post(Call&& call) {
-        if (!window_.abandoned_)
-            QMetaObject::invokeMethod(&window_, std::forward<Call>(call), Qt::QueuedConnection);
-    }
-
-    frmMain& window_;
-};
 
 QString DefaultWinePrefix() {
     QString prefix = qEnvironmentVariable("WINEPREFIX");
@@ -151,10 +83,6 @@ frmMain::~frmMain() {
     gate_.Abandon();
     while (!workerDone_) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     if (worker_.joinable()) worker_.join();
-}
-
-void frmMain::SetCancelPointObserver(std::function<void()> observer) {
-    frontEnd_->Observer = std::move(observer);
 }
 
 void frmMain::BuildControls() {
@@ -268,187 +196,12 @@ void frmMain::BuildControls() {
     resize(820, 600);
 }
 
-void frmMain::AddDrives(const platform::DriveMap& drives) {
-    std::vector<PickerDrive> listed;
-    for (size_t i = 0; i < drives.Folders.size(); ++i) {
-        if (drives.Folders[i].empty()) continue;
-        listed.push_back({static_cast<char>('A' + i), Native(drives.Folders[i])});
-    }
-    simulatorPicker_->AddDrives(listed);
-    libraryPicker_->AddDrives(listed);
-}
-
-std::string frmMain::WindowsFolder(const platform::DriveMap& drives,
-                                   const QString& nativeFolder) const {
-    if (nativeFolder.isEmpty()) return {};
-    std::optional<std::string> windows = platform::ToWindows(drives, nativeFolder.toStdString());
-    if (!windows) return {};
-    std::string folder = *windows;
-    if (folder.size() > 3 && folder.back() == '\\') folder.pop_back();
-    return folder;
-}
-
-void frmMain::Form_Load() {
-    label1_->setText(QString::fromLatin1(kTitleText));
-    build_->setText(QString::fromLatin1(kVersionLine));
-    lblExplain_->setText(QString::fromLatin1(kExplanationText));
-    libraryPreset_ = false;
-    Selection& selection = state_->Selection;
-    selection.SimulatorFolder.clear();
-    selection.CfgFolder.clear();
-    selection.ProgramFolder = WindowsFolder(startDrives_, options_.ProgramFolder);
-    ini_ = ReadIniFile(options_.ProgramFolder.toStdString(), startDrives_);
-    // A stored folder on a drive that is gone leaves the picker where it is.
-    const std::string preset = PresetPath(ini_);
-    if (!preset.empty()) {
-        const std::string native = platform::ToNative(startDrives_, preset);
-        if (!native.empty()) simulatorPicker_->SetFolder(Native(native), false, preset.front());
-    }
-}
-
-void frmMain::Form_Unload() {
-    if (unloaded_) return;
-    unloaded_ = true;
-    try {
-        WriteIniFile(options_.ProgramFolder.toStdString(), ini_);
-    } catch (...) {
-        // Unloading goes on whatever the ini file does.
-    }
-}
-
-void frmMain::dirFS_Change() {
-    ValidateSelection();
-}
-
-void frmMain::dirScenLib_Change() {
-    ValidateSelection();
-}
-
-void frmMain::ValidateSelection() {
-    if (running_) return;
-    Selection& selection = state_->Selection;
-    const QString simulator = simulatorPicker_->Folder();
-    selection.Drives = platform::MakeDriveMap(simulator.toStdString(), options_.Mappings);
-    AddDrives(selection.Drives);
-    selection.ProgramFolder = WindowsFolder(selection.Drives, options_.ProgramFolder);
-
-    PathPickers pickers;
-    pickers.SimulatorFolder = WindowsFolder(selection.Drives, simulator);
-    pickers.LibraryFolder = WindowsFolder(selection.Drives, libraryPicker_->Folder());
-    pickers.NetworkDrive = platform::IsNetworkFolder(simulator.toStdString());
-    pickers.LibraryPreset = libraryPreset_;
-    const std::string library = pickers.LibraryFolder;
-    Validation validation = ValidatePaths(selection, pickers);
-    libraryPreset_ = pickers.LibraryPreset;
-    // The right picker follows where validation moved it; validation has
-    // already judged that folder, so it does not run again.
-    if (pickers.LibraryFolder != library) {
-        const std::string native = platform::ToNative(selection.Drives, pickers.LibraryFolder);
-        if (!native.empty())
-            libraryPicker_->SetFolder(Native(native), true, pickers.LibraryFolder.front());
-    }
-    StoreSelection(ini_, validation);
-    ApplyOutcome(ViewOfOutcome(validation));
-}
-
-void frmMain::ApplyOutcome(const OutcomeView& view) {
-    lblInvalidPath_->setText(Shown(view.InvalidPathText));
-    lblMessage_->setText(Shown(view.MessageText));
-    if (view.MessageColour) SetColour(lblMessage_, *view.MessageColour);
-    cmdWorld_->setText(Shown(view.UpdateCaption));
-    SetColour(lblDirScenLib_, view.LibraryLabelColour);
-    controls_.Update = view.UpdateEnabled;
-    controls_.LibraryPicker = view.LibraryPickerEnabled;
-    ApplyControls();
-}
-
 void frmMain::ApplyControls() {
     cmdWorld_->setEnabled(controls_.Update);
     cmdCancel_->setEnabled(controls_.Cancel);
     cmdExit_->setEnabled(controls_.Exit);
     simulatorPicker_->setEnabled(controls_.SimulatorPicker);
     libraryPicker_->setEnabled(controls_.LibraryPicker);
-}
-
-void frmMain::cmdWorld_Click() {
-    if (running_ || !controls_.Update) return;
-    if (worker_.joinable()) worker_.join();
-    beforeRun_ = controls_;
-    updateRequest_.reset();
-    closeAfterRun_ = false;
-    frontEnd_->UnloadRequested = false;
-    controls_ = AtRunStart(controls_);
-    ApplyControls();
-    running_ = true;
-    gate_.Start();
-    workerDone_ = false;
-    try {
-        StartWorker();
-    } catch (...) {
-        // No thread for the run: the window comes back as it was.
-        workerDone_ = true;
-        OnRunEnded(std::nullopt);
-    }
-}
-
-void frmMain::StartWorker() {
-    worker_ = std::thread([this] {
-        std::optional<RunEnd> end;
-        try {
-            end = ::skl::cmdWorld_Click(*state_, *frontEnd_);
-        } catch (...) {
-            // Nothing of the run escapes its handlers; should anything, the
-            // files are closed and the window comes back as after a refused run.
-            state_->Files.Table.CloseAll();
-        }
-        if (!abandoned_)
-            QMetaObject::invokeMethod(
-                this, [this, end] { OnRunEnded(end); }, Qt::QueuedConnection);
-        workerDone_ = true;
-    });
-}
-
-void frmMain::OnRunEnded(std::optional<RunEnd> end) {
-    if (worker_.joinable()) worker_.join();
-    if (abandoned_) return;
-    running_ = false;
-    gate_.Stop();
-    if ((end && EndsProcess(*end)) || frontEnd_->UnloadRequested) {
-        Form_Unload();
-        hide();
-        end_(1);
-        return;
-    }
-    controls_ = AtRunEnd(beforeRun_, updateRequest_);
-    ApplyControls();
-    ShowBar(false);
-    if (closeAfterRun_) {
-        closeAfterRun_ = false;
-        close();
-    }
-}
-
-bool frmMain::AskCancelQuestion(bool evenWithoutCancelPoint) {
-    const CancelGate::Ask ask = gate_.BeginQuestion();
-    if (ask == CancelGate::Ask::Open) return false;
-    if (ask == CancelGate::Ask::Confirmed) return true;
-    if (ask == CancelGate::Ask::NoCancelPoint && !evenWithoutCancelPoint) return false;
-    const QMessageBox::StandardButton answer =
-        ask_(this, Shown(kCancelQuestion), QMessageBox::Yes | QMessageBox::No,
-             QMessageBox::Critical, QString::fromLatin1(kTitleText));
-    ShowBar(false);
-    const bool yes = answer == QMessageBox::Yes;
-    if (ask == CancelGate::Ask::Question) gate_.Answer(yes);
-    // A second request after a confirmed cancel has nothing left to cancel.
-    if (yes && running_) {
-        controls_.Cancel = false;
-        ApplyControls();
-    }
-    return yes;
-}
-
-void frmMain::cmdCancel_Click() {
-    if (running_) AskCancelQuestion(false);
 }
 
 void frmMain::cmdExit_Click() {
@@ -461,60 +214,6 @@ void frmMain::cmdHelp_Click() {
     } catch (...) {
         // A help page that cannot be opened goes unnoticed.
     }
-}
-
-void frmMain::closeEvent(QCloseEvent* event) {
-    if (running_) {
-        event->ignore();
-        if (closeAfterRun_ || !AskCancelQuestion(true)) return;
-        // The window closes once the worker has stopped, unless the run ended
-        // while the question was open.
-        if (running_) {
-            closeAfterRun_ = true;
-            return;
-        }
-    }
-    Form_Unload();
-    event->accept();
-}
-
-void frmMain::ShowStatus(const std::string& text) {
-    lblExplain_->setText(Shown(text));
-}
-
-void frmMain::ShowPercent(double percent) {
-    if (!std::isfinite(percent)) return;
-    const double clamped = percent < 0 ? 0 : (percent > 100 ? 100 : percent);
-    showBar_->setValue(static_cast<int>(std::lround(clamped * 10)));
-}
-
-void frmMain::ShowBar(bool visible) {
-    showBar_->setVisible(visible);
-}
-
-MessageAnswer frmMain::ShowMessage(const std::string& text, MessageButtons buttons,
-                                   const std::string& title) {
-    if (abandoned_) return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
-    const bool yesNo = buttons == MessageButtons::YesNo;
-    const QMessageBox::StandardButton answer =
-        ask_(this, Shown(text), yesNo ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok,
-             QMessageBox::NoIcon, Shown(title));
-    if (!yesNo) return MessageAnswer::Ok;
-    return answer == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
-}
-
-void frmMain::RunEnablesUpdate(bool enabled) {
-    if (running_) {
-        updateRequest_ = enabled;
-        return;
-    }
-    controls_.Update = enabled;
-    ApplyControls();
-}
-
-void frmMain::RunEnablesCancel(bool enabled) {
-    controls_.Cancel = running_ && enabled && !gate_.CancelConfirmed();
-    ApplyControls();
 }
 
 }  // namespace skl::frontend

@@ -14,9 +14,9 @@
 #include "frontend/CancelGate.h"
 #include "frontend/FolderPicker.h"
 #include "frontend/WindowState.h"
+#include "model/RunState.h"
 #include "platform/DriveMap.h"
 #include "run/IniFile.h"
-#include "model/RunState.h"
 #include "run/UpdateRun.h"
 
 class QGroupBox;
@@ -44,7 +44,9 @@ struct WindowOptions {
 // runs on a worker thread so that the window keeps repainting: the worker's
 // calls are queued to the window, a message box blocks the worker until it is
 // answered, and the cancel question is asked here while the worker waits at its
-// cancel point for the answer.
+// cancel point for the answer. Its member functions are defined in frmMain.cpp
+// (construction and layout), frmMainPickers.cpp, frmMainIni.cpp and frmMainRun.cpp
+// (the run on the worker thread and its cancel).
 class frmMain : public QWidget {
     Q_OBJECT
 

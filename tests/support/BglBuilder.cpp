@@ -310,11 +310,12 @@ BglRecord Parking(bool fsx, const std::vector<ParkingSpot>& spots) {
     return MakeRecord(fsx ? 0x3D : 0x1B, body);
 }
 
-BglRecord TaxiPoints(const std::vector<Position>& points) {
+BglRecord TaxiPoints(const std::vector<Position>& points, const std::vector<uint8_t>& kinds) {
     ByteWriter body;
     body.I16(static_cast<int16_t>(points.size()));
-    for (const auto& point : points) {
-        body.U8(0x01);  // kind of point: not read
+    for (size_t i = 0; i < points.size(); ++i) {
+        const Position& point = points[i];
+        body.U8(i < kinds.size() ? kinds[i] : 0x01);
         body.U8(0x00);
         body.U16(0);
         body.I32(PackLongitude(point.Longitude));
@@ -332,8 +333,12 @@ BglRecord TaxiPaths(const std::vector<TaxiPathEntry>& paths) {
         body.U8(static_cast<uint8_t>(((path.End >> 8) & 0x0F) | (path.EndHighNibble << 4)));
         body.U8(path.Type);
         body.U8(path.NameIndex);
-        body.F32(22.5f);  // width: not read
-        body.Text("", 10);
+        if (path.Rest) {
+            body.Text(*path.Rest, 14);
+        } else {
+            body.F32(22.5f);  // width: not read
+            body.Text("", 10);
+        }
     }
     return MakeRecord(0x1C, body);
 }
@@ -345,9 +350,9 @@ BglRecord TaxiNames(const std::vector<std::string>& names) {
     return MakeRecord(0x1D, body);
 }
 
-BglRecord Apron(const std::vector<Position>& vertices, std::string_view trailing) {
+BglRecord Apron(const std::vector<Position>& vertices, std::string_view trailing, uint8_t surface) {
     ByteWriter body;
-    body.U8(0);
+    body.U8(surface);
     body.I16(static_cast<int16_t>(vertices.size()));
     for (const auto& vertex : vertices) {
         body.I32(PackLongitude(vertex.Longitude));

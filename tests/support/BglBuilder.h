@@ -129,8 +129,10 @@ struct ParkingSpot {
 // its airline codes.
 BglRecord Parking(bool fsx, const std::vector<ParkingSpot>& spots);
 
-// Subrecord 0x1A: an i16 count, then 12 bytes a point (4 unused, longitude, latitude).
-BglRecord TaxiPoints(const std::vector<Position>& points);
+// Subrecord 0x1A: an i16 count, then 12 bytes a point: its kind, 3 unused bytes,
+// longitude, latitude. The kind is 1 unless kinds gives one, point by point; the
+// readers pass over it.
+BglRecord TaxiPoints(const std::vector<Position>& points, const std::vector<uint8_t>& kinds = {});
 
 // A taxi path between two points; End has 12 bits. EndHighNibble fills the high 4 bits
 // of the byte that holds the top of End, which the readers ignore.
@@ -140,6 +142,9 @@ struct TaxiPathEntry {
     uint8_t Type = 1;
     uint8_t NameIndex = 0;
     uint8_t EndHighNibble = 0;
+    // The 14 bytes behind the name index, which the readers pass over: when given,
+    // put in (cut or filled with NULs) instead of a width of 22.5 and NULs.
+    std::optional<std::string> Rest{};
 };
 // Subrecord 0x1C: an i16 count, then 20 bytes a path (i16 start, u8 low 8 bits of the
 // end, u8 with the high 4 bits of the end in its low nibble, u8 type, u8 name index,
@@ -149,9 +154,10 @@ BglRecord TaxiPaths(const std::vector<TaxiPathEntry>& paths);
 // Subrecord 0x1D: an i16 count, then 8 characters a name, cut or filled with NULs.
 BglRecord TaxiNames(const std::vector<std::string>& names);
 
-// Subrecord 0x37: an unused byte, an i16 count, 8 bytes a vertex (longitude, latitude),
-// then the trailing bytes as given.
-BglRecord Apron(const std::vector<Position>& vertices, std::string_view trailing = {});
+// Subrecord 0x37: the surface byte (which the readers pass over), an i16 count, 8 bytes
+// a vertex (longitude, latitude), then the trailing bytes as given.
+BglRecord Apron(const std::vector<Position>& vertices, std::string_view trailing = {},
+                uint8_t surface = 0);
 
 // Subrecord 0x33: the i16 flag word (bit 2 aprons, 5 runways, 7 taxiways), 2 unused
 // bytes, 2 more in the FSX form, then extraBytes bytes of 0xEE.
