@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "frontend/HelpPage.h"
 #include "platform/DriveMap.h"
 #include "model/RunLog.h"
 #include "run/ValidatePaths.h"
@@ -457,7 +458,8 @@ void frmMain::cmdExit_Click() {
 
 void frmMain::cmdHelp_Click() {
     try {
-        open_(QUrl::fromLocalFile(options_.ProgramFolder + QString::fromLatin1(kHelpPage)));
+        open_(QUrl::fromLocalFile(
+            HelpPage(options_.ProgramFolder, QCoreApplication::applicationDirPath())));
     } catch (...) {
         // A help page that cannot be opened goes unnoticed.
     }
