@@ -31,6 +31,9 @@ std::vector<std::string> UsualWinePrefixes();
 // elsewhere.
 std::vector<std::string> ProgramFilesFolders();
 
+// A name in a native folder, joined with the platform's separator.
+std::string JoinPath(const std::string& folder, const std::string& name);
+
 // The names of the folders directly in a native folder, links followed; none when
 // it cannot be read.
 std::vector<std::string> ListSubfolderNames(const std::string& folder);

@@ -156,6 +156,11 @@ std::vector<std::string> ProgramFilesFolders() {
     return {};
 }
 
+std::string JoinPath(const std::string& folder, const std::string& name) {
+    if (folder.empty() || folder.back() == '/') return folder + name;
+    return folder + '/' + name;
+}
+
 std::vector<std::string> ListSubfolderNames(const std::string& folder) {
     return ListNames(folder, true);
 }

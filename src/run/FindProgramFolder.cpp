@@ -15,11 +15,6 @@ namespace {
 // programs of a maker's folder ("Program Files/Maker/Program").
 constexpr int kSearchDepth = 2;
 
-std::string Join(const std::string& folder, const std::string& name) {
-    if (folder.empty() || folder.back() == '/' || folder.back() == '\\') return folder + name;
-    return folder + "/" + name;
-}
-
 bool StartsWithIgnoringCase(const std::string& text, std::string_view start) {
     return text.size() >= start.size() &&
            Upper1252(std::string_view(text).substr(0, start.size())) == Upper1252(start);
@@ -38,7 +33,7 @@ std::vector<std::string> Sorted(std::vector<std::string> names) {
 // The first folder at most `depth` levels below `root` that passes the check.
 std::string FirstPassing(const std::string& root, int depth) {
     for (const std::string& name : Sorted(platform::ListSubfolderNames(root))) {
-        std::string folder = Join(root, name);
+        std::string folder = platform::JoinPath(root, name);
         if (MissingInstallationFiles(folder).empty()) return folder;
         if (depth > 1) {
             std::string below = FirstPassing(folder, depth - 1);
@@ -64,7 +59,7 @@ std::vector<std::string> MissingInstallationFiles(const std::string& folder) {
     std::vector<std::string> present;
     bool listed = false;
     for (const char* name : kInstallationFileNames) {
-        if (platform::IsRegularFile(Join(folder, name))) continue;
+        if (platform::IsRegularFile(platform::JoinPath(folder, name))) continue;
         if (!listed) {
             for (const std::string& file : platform::ListFileNames(folder))
                 present.push_back(Upper1252(file));
@@ -126,14 +121,15 @@ ProgramFolderSearch FindProgramFolder(const std::string& ownFolder, const std::s
         return true;
     };
     for (const std::string& prefix : places.WinePrefixes) {
-        const std::string driveC = Join(prefix, "drive_c");
+        const std::string driveC = platform::JoinPath(prefix, "drive_c");
         if (!platform::IsDirectory(driveC)) {
             search.Tried.push_back(prefix + ": no Wine prefix (no drive_c folder)");
             continue;
         }
         std::vector<std::string> roots;
         for (const std::string& name : Sorted(platform::ListSubfolderNames(driveC)))
-            if (StartsWithIgnoringCase(name, "Program Files")) roots.push_back(Join(driveC, name));
+            if (StartsWithIgnoringCase(name, "Program Files"))
+                roots.push_back(platform::JoinPath(driveC, name));
         if (roots.empty()) search.Tried.push_back(driveC + ": no Program Files folder");
         for (const std::string& root : roots)
             if (searchRoot(root, "found in the Wine prefix " + prefix)) return search;
