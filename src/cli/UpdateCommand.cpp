@@ -9,6 +9,7 @@
 #include "platform/DriveMap.h"
 #include "platform/FileSystem.h"
 #include "run/DatabaseFiles.h"
+#include "run/FindProgramFolder.h"
 #include "run/UpdateRun.h"
 #include "run/ValidatePaths.h"
 
@@ -59,6 +60,28 @@ void PrintSummary(const RunState& state) {
                     static_cast<long long>(state.Files.RecordsWritten[i]));
 }
 
+// The program folder when none is given: this program's own folder, or, for an
+// installed program, the one the search finds. Says what it tried when it finds
+// none.
+std::optional<std::string> DefaultProgramFolder(bool quiet) {
+    ProgramFolderSearch search =
+        FindProgramFolder(ExecutableFolder(), "the folder of skldbm", UsualProgramFolderPlaces());
+    if (search.Folder.empty()) {
+        std::string text =
+            "no Skyloom program folder found (the folder that holds " +
+            JoinNames({std::begin(kInstallationFileNames), std::end(kInstallationFileNames)}) +
+            "). Looked at:\n";
+        for (const std::string& tried : search.Tried) text += "  " + tried + "\n";
+        text += "Give the folder with --program-folder DIR.";
+        Error(text);
+        return std::nullopt;
+    }
+    if (!quiet && !search.FoundBy.empty())
+        std::fprintf(stderr, "Program folder: %s (%s)\n", search.Folder.c_str(),
+                     search.FoundBy.c_str());
+    return search.Folder;
+}
+
 }  // namespace
 
 std::string ExecutableFolder() {
@@ -88,8 +111,12 @@ int RunUpdateCommand(const UpdateOptions& options) {
 
     PathPickers pickers;
     auto simulator = PickerFolder(selection.Drives, nativeSimulator);
-    std::string programNative = options.ProgramFolder.empty() ? ExecutableFolder()
-                                                              : options.ProgramFolder;
+    std::string programNative = options.ProgramFolder;
+    if (programNative.empty()) {
+        std::optional<std::string> found = DefaultProgramFolder(options.Quiet);
+        if (!found) return kExitBadArguments;
+        programNative = *found;
+    }
     auto program = PickerFolder(selection.Drives, programNative);
     if (!simulator || !program) {
         Error("no drive letter reaches " + (simulator ? programNative : nativeSimulator) +
@@ -101,7 +128,8 @@ int RunUpdateCommand(const UpdateOptions& options) {
     if (!options.SceneryLibrary.empty()) {
         auto library = PickerFolder(selection.Drives, options.SceneryLibrary);
         if (!library) {
-            Error("no drive letter reaches " + options.SceneryLibrary + ": give one with --map-drive");
+            Error("no drive letter reaches " + options.SceneryLibrary +
+                  ": give one with --map-drive");
             return kExitBadArguments;
         }
         pickers.LibraryFolder = *library;

@@ -21,8 +21,10 @@ int main(int argc, char** argv) {
         ->required();
     updateCommand->add_option("--scenery-library", update.SceneryLibrary,
                               "FSX scenery library folder (holds scenery.cfg, scenerystatus.bin)");
-    updateCommand->add_option("--program-folder", update.ProgramFolder,
-                              "Skyloom program folder (default: the folder of this program)");
+    updateCommand->add_option(
+        "--program-folder", update.ProgramFolder,
+        "Skyloom program folder (default: the folder of this program, else the "
+        "one remembered or found in the Wine prefix)");
     updateCommand->add_option("--map-drive", update.DriveMappings,
                               "Map a drive letter to a folder, as X=DIR (repeatable)");
     updateCommand->add_flag("--quiet", update.Quiet, "No status or progress on standard error");

@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "frontend/HelpPage.h"
 #include "frontend/WindowFrontEnd.h"
 #include "frontend/WindowText.h"
 #include "platform/DriveMap.h"
@@ -210,7 +211,8 @@ void frmMain::cmdExit_Click() {
 
 void frmMain::cmdHelp_Click() {
     try {
-        open_(QUrl::fromLocalFile(options_.ProgramFolder + QString::fromLatin1(kHelpPage)));
+        open_(QUrl::fromLocalFile(
+            HelpPage(options_.ProgramFolder, QCoreApplication::applicationDirPath())));
     } catch (...) {
         // A help page that cannot be opened goes unnoticed.
     }

@@ -4,11 +4,13 @@
 #include <QDir>
 #include <cstdio>
 
+#include "frontend/ProgramFolderPrompt.h"
 #include "frontend/frmMain.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("SKLDbManager"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("skldbm"));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
@@ -16,7 +18,8 @@ int main(int argc, char** argv) {
     parser.addHelpOption();
     QCommandLineOption programFolder(
         QStringLiteral("program-folder"),
-        QStringLiteral("Skyloom program folder (default: the folder of this program)."),
+        QStringLiteral("Skyloom program folder (default: the folder of this program, else "
+                       "the one remembered or found in the Wine prefix, else asked for)."),
         QStringLiteral("DIR"));
     QCommandLineOption mapDrive(QStringLiteral("map-drive"),
                                 QStringLiteral("Map a drive letter to a folder (repeatable)."),
@@ -26,8 +29,6 @@ int main(int argc, char** argv) {
     parser.process(app);
 
     skl::frontend::WindowOptions options;
-    options.ProgramFolder = parser.isSet(programFolder) ? parser.value(programFolder)
-                                                        : QCoreApplication::applicationDirPath();
     for (const QString& mapping : parser.values(mapDrive)) {
         if (mapping.size() < 3 || mapping[1] != QLatin1Char('=') || !mapping[0].isLetter() ||
             mapping[0].unicode() > 127) {
@@ -40,6 +41,12 @@ int main(int argc, char** argv) {
                                       folder.toStdString());
     }
     options.WinePrefix = skl::frontend::DefaultWinePrefix();
+    options.ProgramFolder =
+        parser.isSet(programFolder)
+            ? parser.value(programFolder)
+            : skl::frontend::ChooseProgramFolder(QCoreApplication::applicationDirPath(),
+                                                 skl::UsualProgramFolderPlaces(),
+                                                 skl::frontend::StandardProgramFolderDialogs());
 
     skl::frontend::frmMain window(options);
     window.Form_Load();
