@@ -37,6 +37,13 @@ void LogLine(RunState& state, std::string_view text) {
     state.Files.Table.WriteLine(state.Files.LogFile, text);
 }
 
+void TryLogLine(RunState& state, std::string_view text) {
+    try {
+        LogLine(state, text);
+    } catch (const std::exception&) {
+    }
+}
+
 std::string NumberWithSign(long long value) {
     return (value >= 0 ? " " : "") + std::to_string(value);
 }
