@@ -1,13 +1,12 @@
 #include "cli/UpdateCommand.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <filesystem>
 
 #include "cli/TerminalFrontEnd.h"
 #include "platform/DriveMap.h"
 #include "platform/FileSystem.h"
+#include "platform/ProgramPath.h"
 #include "run/DatabaseFiles.h"
 #include "run/UpdateRun.h"
 #include "run/ValidatePaths.h"
@@ -23,7 +22,9 @@ constexpr int kExitAborted = 1;
 constexpr int kExitBadArguments = 2;
 constexpr int kExitCancelled = 130;
 
-void Error(const std::string& text) { std::fprintf(stderr, "skldbm: %s\n", text.c_str()); }
+void Error(const std::string& text) {
+    std::fprintf(stderr, "skldbm: %s\n", text.c_str());
+}
 
 std::string AbsoluteFolder(const std::string& folder) {
     std::error_code ec;
@@ -51,9 +52,9 @@ void PrintSummary(const RunState& state) {
     std::printf("Blind airports: %d\n", tables.BlindAirports);
     std::printf("VOR/ILS stations read: %d (ILS: %zu)\n", tables.StationsRead,
                 tables.IlsTable.size());
-    std::printf("Database files in %s:\n",
-                DisplayText(state.Selection.ProgramFolder + state.Selection.DatabaseFolder, "")
-                    .c_str());
+    std::printf(
+        "Database files in %s:\n",
+        DisplayText(state.Selection.ProgramFolder + state.Selection.DatabaseFolder, "").c_str());
     for (size_t i = 0; i < kDatabaseFiles.size(); ++i)
         std::printf("  %-12s %lld records\n", kDatabaseFiles[i].Live,
                     static_cast<long long>(state.Files.RecordsWritten[i]));
@@ -61,16 +62,11 @@ void PrintSummary(const RunState& state) {
 
 }  // namespace
 
-std::string ExecutableFolder() {
-    std::error_code ec;
-    fs::path self = fs::read_symlink("/proc/self/exe", ec);
-    return ec ? fs::current_path(ec).string() : self.parent_path().string();
-}
-
 int RunUpdateCommand(const UpdateOptions& options) {
     std::vector<platform::DriveMapping> mappings;
     for (const std::string& mapping : options.DriveMappings) {
-        if (mapping.size() < 3 || mapping[1] != '=' || !std::isalpha(static_cast<unsigned char>(mapping[0]))) {
+        if (mapping.size() < 3 || mapping[1] != '=' ||
+            !std::isalpha(static_cast<unsigned char>(mapping[0]))) {
             Error("--map-drive wants LETTER=FOLDER, not \"" + mapping + "\"");
             return kExitBadArguments;
         }
@@ -88,8 +84,8 @@ int RunUpdateCommand(const UpdateOptions& options) {
 
     PathPickers pickers;
     auto simulator = PickerFolder(selection.Drives, nativeSimulator);
-    std::string programNative = options.ProgramFolder.empty() ? ExecutableFolder()
-                                                              : options.ProgramFolder;
+    std::string programNative =
+        options.ProgramFolder.empty() ? platform::ExecutableFolder() : options.ProgramFolder;
     auto program = PickerFolder(selection.Drives, programNative);
     if (!simulator || !program) {
         Error("no drive letter reaches " + (simulator ? programNative : nativeSimulator) +
@@ -101,7 +97,8 @@ int RunUpdateCommand(const UpdateOptions& options) {
     if (!options.SceneryLibrary.empty()) {
         auto library = PickerFolder(selection.Drives, options.SceneryLibrary);
         if (!library) {
-            Error("no drive letter reaches " + options.SceneryLibrary + ": give one with --map-drive");
+            Error("no drive letter reaches " + options.SceneryLibrary +
+                  ": give one with --map-drive");
             return kExitBadArguments;
         }
         pickers.LibraryFolder = *library;
