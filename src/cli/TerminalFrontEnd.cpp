@@ -1,27 +1,11 @@
 #include "cli/TerminalFrontEnd.h"
 
-#include <unistd.h>
-
 #include <cmath>
 
+#include "platform/Console.h"
 #include "platform/Win1252.h"
 
 namespace skl::cli {
-
-namespace {
-
-// Ctrl-C presses, counted by the signal handler: the first one is a confirmed
-// cancel, taken at the next cancel point; the second ends the process at once
-// (the next run heals the database set). A signal handler can only reach state
-// like this.
-volatile std::sig_atomic_t interrupts = 0;
-
-extern "C" void OnInterrupt(int) {
-    interrupts = interrupts + 1;
-    if (interrupts >= 2) ::_exit(130);
-}
-
-}  // namespace
 
 std::string DisplayText(const std::string& text, const std::string& lineBreak) {
     std::string shown;
@@ -35,15 +19,15 @@ std::string DisplayText(const std::string& text, const std::string& lineBreak) {
 }
 
 TerminalFrontEnd::TerminalFrontEnd(bool quiet, std::FILE* out)
-    : quiet_(quiet), terminal_(::isatty(::fileno(out)) != 0), out_(out) {
-    interrupts = 0;
-    struct sigaction action {};
-    action.sa_handler = OnInterrupt;
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, nullptr);
+    : quiet_(quiet), terminal_(platform::IsTerminal(out)), out_(out) {
+    // The first Ctrl-C is a confirmed cancel, taken at the next cancel point; a
+    // second one ends the process at once (the next run heals the database set).
+    platform::CatchInterrupts();
 }
 
-TerminalFrontEnd::~TerminalFrontEnd() { std::signal(SIGINT, SIG_DFL); }
+TerminalFrontEnd::~TerminalFrontEnd() {
+    platform::ReleaseInterrupts();
+}
 
 void TerminalFrontEnd::SetStatusText(const std::string& text) {
     status_ = DisplayText(text, "");
@@ -72,18 +56,17 @@ void TerminalFrontEnd::ShowProgress(bool visible) {
 }
 
 bool TerminalFrontEnd::ProcessEvents() {
-    if (interrupts == 0) return false;
-    interrupts = 0;
-    return true;
+    return platform::TakeInterrupt();
 }
 
-bool TerminalFrontEnd::CancelPending() const { return interrupts != 0; }
+bool TerminalFrontEnd::CancelPending() const {
+    return platform::InterruptPending();
+}
 
 MessageAnswer TerminalFrontEnd::MessageBox(const std::string& text, MessageButtons buttons,
                                            const std::string& title) {
     Finish();
-    std::fprintf(out_, "%s: %s\n", DisplayText(title, "").c_str(),
-                 DisplayText(text, "\n").c_str());
+    std::fprintf(out_, "%s: %s\n", DisplayText(title, "").c_str(), DisplayText(text, "\n").c_str());
     return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <csignal>
 #include <cstdio>
 #include <string>
 
@@ -11,7 +10,7 @@ namespace skl::cli {
 // The front end of skldbm: status and a progress bar on standard error (plain
 // lines when it is no terminal), Ctrl-C as a confirmed cancel.
 class TerminalFrontEnd : public FrontEnd {
-public:
+  public:
     TerminalFrontEnd(bool quiet, std::FILE* out = stderr);
     ~TerminalFrontEnd() override;
 
@@ -31,7 +30,7 @@ public:
     // True when Ctrl-C was pressed and no cancel point took it.
     bool CancelPending() const;
 
-private:
+  private:
     void Redraw();
 
     bool quiet_;

@@ -1,13 +1,12 @@
 #include "cli/UpdateCommand.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <filesystem>
 
 #include "cli/TerminalFrontEnd.h"
 #include "platform/DriveMap.h"
 #include "platform/FileSystem.h"
+#include "platform/ProgramPath.h"
 #include "run/DatabaseFiles.h"
 #include "run/FindProgramFolder.h"
 #include "run/UpdateRun.h"
@@ -24,7 +23,9 @@ constexpr int kExitAborted = 1;
 constexpr int kExitBadArguments = 2;
 constexpr int kExitCancelled = 130;
 
-void Error(const std::string& text) { std::fprintf(stderr, "skldbm: %s\n", text.c_str()); }
+void Error(const std::string& text) {
+    std::fprintf(stderr, "skldbm: %s\n", text.c_str());
+}
 
 std::string AbsoluteFolder(const std::string& folder) {
     std::error_code ec;
@@ -52,9 +53,9 @@ void PrintSummary(const RunState& state) {
     std::printf("Blind airports: %d\n", tables.BlindAirports);
     std::printf("VOR/ILS stations read: %d (ILS: %zu)\n", tables.StationsRead,
                 tables.IlsTable.size());
-    std::printf("Database files in %s:\n",
-                DisplayText(state.Selection.ProgramFolder + state.Selection.DatabaseFolder, "")
-                    .c_str());
+    std::printf(
+        "Database files in %s:\n",
+        DisplayText(state.Selection.ProgramFolder + state.Selection.DatabaseFolder, "").c_str());
     for (size_t i = 0; i < kDatabaseFiles.size(); ++i)
         std::printf("  %-12s %lld records\n", kDatabaseFiles[i].Live,
                     static_cast<long long>(state.Files.RecordsWritten[i]));
@@ -65,7 +66,7 @@ void PrintSummary(const RunState& state) {
 // none.
 std::optional<std::string> DefaultProgramFolder(bool quiet) {
     ProgramFolderSearch search =
-        FindProgramFolder(ExecutableFolder(), "the folder of skldbm", UsualProgramFolderPlaces());
+        FindProgramFolder(platform::ExecutableFolder(), "the folder of skldbm", UsualProgramFolderPlaces());
     if (search.Folder.empty()) {
         std::string text =
             "no Skyloom program folder found (the folder that holds " +
@@ -84,16 +85,11 @@ std::optional<std::string> DefaultProgramFolder(bool quiet) {
 
 }  // namespace
 
-std::string ExecutableFolder() {
-    std::error_code ec;
-    fs::path self = fs::read_symlink("/proc/self/exe", ec);
-    return ec ? fs::current_path(ec).string() : self.parent_path().string();
-}
-
 int RunUpdateCommand(const UpdateOptions& options) {
     std::vector<platform::DriveMapping> mappings;
     for (const std::string& mapping : options.DriveMappings) {
-        if (mapping.size() < 3 || mapping[1] != '=' || !std::isalpha(static_cast<unsigned char>(mapping[0]))) {
+        if (mapping.size() < 3 || mapping[1] != '=' ||
+            !std::isalpha(static_cast<unsigned char>(mapping[0]))) {
             Error("--map-drive wants LETTER=FOLDER, not \"" + mapping + "\"");
             return kExitBadArguments;
         }

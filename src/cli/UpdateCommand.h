@@ -17,7 +17,4 @@ struct UpdateOptions {
 // arguments or a selection that allows no update, 130 cancelled.
 int RunUpdateCommand(const UpdateOptions& options);
 
-// The folder that holds the running executable.
-std::string ExecutableFolder();
-
 }  // namespace skl::cli

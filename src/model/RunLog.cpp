@@ -1,8 +1,8 @@
 #include "model/RunLog.h"
 
 #include <cstdio>
-#include <ctime>
 
+#include "platform/LocalTime.h"
 #include "platform/Win1252.h"
 
 namespace skl {
@@ -10,11 +10,10 @@ namespace skl {
 namespace {
 
 std::string DateTimeText() {
-    std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+    platform::LocalTime now = platform::LocalTimeNow();
+    char text[80];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", now.Year, now.Month, now.Day,
+                  now.Hour, now.Minute, now.Second);
     return text;
 }
 
@@ -35,6 +34,13 @@ void OpenLogFile(RunState& state, const std::string& fileName) {
 
 void LogLine(RunState& state, std::string_view text) {
     state.Files.Table.WriteLine(state.Files.LogFile, text);
+}
+
+void TryLogLine(RunState& state, std::string_view text) {
+    try {
+        LogLine(state, text);
+    } catch (const std::exception&) {
+    }
 }
 
 std::string NumberWithSign(long long value) {

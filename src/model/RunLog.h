@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/RunError.h"
 #include "model/RunState.h"
+#include "platform/RunError.h"
 
 namespace skl {
 
@@ -28,6 +28,10 @@ void OpenLogFile(RunState& state, const std::string& fileName);
 
 // Appends one line, ended by CR LF, to the log. No handler of its own.
 void LogLine(RunState& state, std::string_view text);
+
+// Appends one line to the log and passes over its failure, like any statement
+// of a procedure that goes on after an error.
+void TryLogLine(RunState& state, std::string_view text);
 
 // The text form of a number with the leading blank of a non-negative value.
 std::string NumberWithSign(long long value);

@@ -5,12 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "model/FixedText.h"
 #include "model/Records.h"
 #include "platform/ByteReader.h"
-#include "platform/FileSystem.h"
 #include "platform/DriveMap.h"
+#include "platform/FileLock.h"
+#include "platform/FileSystem.h"
 #include "platform/FileTable.h"
-#include "model/FixedText.h"
 
 namespace skl {
 
@@ -126,8 +127,8 @@ struct Files {
     int16_t CountryFile = 0;
     int16_t CityFile = 0;
     // The marker of a run under way in the set's folder, held locked while the
-    // run lasts (-1 when none).
-    int MarkerDescriptor = -1;
+    // run lasts (not held when none).
+    platform::FileLock MarkerLock;
     std::string MarkerPath;
     // Records written to each of the nine files, in the order of opening
     // (Taxi, Poly, Marker, Ils, Airport, Region, State, Country, City).

@@ -1,11 +1,7 @@
 #include "platform/ByteReader.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 
 #include "platform/RunError.h"
@@ -15,9 +11,9 @@ namespace skl::platform {
 namespace {
 constexpr int64_t kBlockSize = 16 * 1024;
 constexpr size_t kCachedBlocks = 4;
-}
+}  // namespace
 
-// Either a byte vector, or a file read in blocks through pread with a few
+// Either a byte vector, or a file read in blocks at offsets with a few
 // cached blocks (the walks jump between a directory and its records, so one
 // block would be read again and again). Bytes the source does not have (behind
 // its end, or cut off since the open) read as zero.
@@ -30,7 +26,7 @@ struct ByteReader::Source {
     };
 
     std::vector<uint8_t> Bytes;
-    int Fd = -1;
+    NativeFile File;
     int64_t FileLength = 0;
     std::array<Block, kCachedBlocks> Blocks;
     const Block* Last = nullptr;
@@ -38,18 +34,18 @@ struct ByteReader::Source {
 
     void ReadAt(int64_t offset, uint8_t* out, int64_t count) {
         // Most reads are a few bytes inside the block read last.
-        if (Fd >= 0 && Last != nullptr && offset >= Last->Start &&
+        if (File.IsOpen() && Last != nullptr && offset >= Last->Start &&
             offset + count <= Last->Start + Last->Fill) {
             std::memcpy(out, Last->Bytes.data() + (offset - Last->Start),
                         static_cast<size_t>(count));
             return;
         }
-        if (Fd < 0 && offset >= 0 && offset + count <= static_cast<int64_t>(Bytes.size())) {
+        if (!File.IsOpen() && offset >= 0 && offset + count <= static_cast<int64_t>(Bytes.size())) {
             std::memcpy(out, Bytes.data() + offset, static_cast<size_t>(count));
             return;
         }
         std::memset(out, 0, static_cast<size_t>(count));
-        if (Fd < 0) {
+        if (!File.IsOpen()) {
             int64_t size = static_cast<int64_t>(Bytes.size());
             if (offset >= size) return;
             int64_t n = std::min(count, size - offset);
@@ -84,14 +80,7 @@ struct ByteReader::Source {
         victim->Start = start;
         victim->Fill = 0;
         victim->LastUse = ++Clock;
-        while (victim->Fill < kBlockSize) {
-            ssize_t got = ::pread(Fd, victim->Bytes.data() + victim->Fill,
-                                  static_cast<size_t>(kBlockSize - victim->Fill),
-                                  start + victim->Fill);
-            if (got < 0 && errno == EINTR) continue;
-            if (got <= 0) break;
-            victim->Fill += got;
-        }
+        victim->Fill = platform::ReadAt(File, start, victim->Bytes.data(), kBlockSize);
         Last = victim;
         return *victim;
     }
@@ -104,18 +93,18 @@ ByteReader ByteReader::FromBytes(std::vector<uint8_t> bytes) {
     return reader;
 }
 
-ByteReader ByteReader::FromDescriptor(int fd) {
+ByteReader ByteReader::FromDescriptor(NativeFile file) {
     ByteReader reader;
     reader.source_ = std::make_shared<Source>();
-    reader.source_->Fd = fd;
-    struct stat info {};
-    if (::fstat(fd, &info) == 0) reader.source_->FileLength = info.st_size;
+    reader.source_->File = file;
+    reader.source_->FileLength = FileLength(file);
     return reader;
 }
 
 int64_t ByteReader::Length() const {
     if (!source_) throw RunError(kBadFileNumber);
-    return source_->Fd >= 0 ? source_->FileLength : static_cast<int64_t>(source_->Bytes.size());
+    return source_->File.IsOpen() ? source_->FileLength
+                                  : static_cast<int64_t>(source_->Bytes.size());
 }
 
 void ByteReader::Seek(int64_t position) {
@@ -129,7 +118,7 @@ void ByteReader::Read(void* destination, int64_t count) {
     if (count <= 0) return;
     source_->ReadAt(position_, static_cast<uint8_t*>(destination), count);
     position_ += count;
-    if (source_->Fd < 0) {
+    if (!source_->File.IsOpen()) {
         window_ = source_->Bytes.data();
         windowStart_ = 0;
         windowEnd_ = static_cast<int64_t>(source_->Bytes.size());

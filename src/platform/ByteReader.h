@@ -5,6 +5,8 @@
 #include <memory>
 #include <vector>
 
+#include "platform/NativeFile.h"
+
 namespace skl::platform {
 
 // Reads little-endian values from a byte source: an open file or a byte vector.
@@ -12,14 +14,14 @@ namespace skl::platform {
 // and the position moves on by the size asked for. A seek to a negative
 // position raises 63. A reader that is not open raises 52 on every read.
 //
-// A file is read through pread in blocks with a one-block cache, so that a file
+// A file is read at offsets in blocks with a small cache, so that a file
 // that another program shortens while it is read gives zeros, never a fault.
 class ByteReader {
-public:
+  public:
     ByteReader() = default;  // not open
     static ByteReader FromBytes(std::vector<uint8_t> bytes);
-    // The descriptor stays owned by the caller.
-    static ByteReader FromDescriptor(int fd);
+    // The file stays owned by the caller.
+    static ByteReader FromDescriptor(NativeFile file);
 
     bool IsOpen() const { return source_ != nullptr; }
     int64_t Position() const { return position_; }
@@ -37,7 +39,7 @@ public:
     double F64();
     void Read(void* destination, int64_t count);
 
-private:
+  private:
     struct Source;
 
     // A little-endian value of N bytes; read straight from the window of bytes

@@ -1,11 +1,6 @@
 #include "platform/DriveMap.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-#include <sys/statfs.h>
-
 #include <algorithm>
-#include <cstdint>
 #include <filesystem>
 #include <system_error>
 
@@ -72,26 +67,16 @@ std::string JoinNative(const std::string& folder, const std::string& name) {
     return folder.back() == '/' ? folder + name : folder + "/" + name;
 }
 
-bool Exists(const std::string& path) {
-    struct stat info {};
-    return lstat(path.c_str(), &info) == 0;
-}
-
 // The entry of a folder whose name matches a Windows-1252 name when both are
 // upper-cased; of several, the first in the byte order of the native names.
 std::optional<std::string> FindCaseInsensitive(const std::string& folder,
                                                std::string_view windowsName) {
-    DIR* dir = opendir(folder.c_str());
-    if (dir == nullptr) return std::nullopt;
     std::string wanted = Upper1252(windowsName);
     std::optional<std::string> best;
-    while (dirent* entry = readdir(dir)) {
-        std::string name = entry->d_name;
-        if (name == "." || name == "..") continue;
-        if (Upper1252(Utf8ToWin1252(name)) != wanted) continue;
-        if (!best || name < *best) best = std::move(name);
+    for (FolderEntry& entry : ListFolder(folder)) {
+        if (Upper1252(Utf8ToWin1252(entry.Name)) != wanted) continue;
+        if (!best || entry.Name < *best) best = std::move(entry.Name);
     }
-    closedir(dir);
     return best;
 }
 
@@ -128,10 +113,8 @@ LetterMatch MatchLetter(const DriveMap& map, const std::vector<std::string>& com
 // The letters of a Wine prefix: each link dosdevices/x: names drive X.
 void AddPrefixLetters(const std::string& prefix, DriveMap& map) {
     std::string devices = prefix + "/dosdevices";
-    DIR* dir = opendir(devices.c_str());
-    if (dir == nullptr) return;
-    while (dirent* entry = readdir(dir)) {
-        std::string name = entry->d_name;
+    for (const FolderEntry& entry : ListFolder(devices)) {
+        const std::string& name = entry.Name;
         int letter = name.size() == 2 && name[1] == ':' ? LetterIndex(name[0]) : -1;
         if (letter < 0) continue;
         std::string entryPath = devices + "/" + name;
@@ -148,7 +131,6 @@ void AddPrefixLetters(const std::string& prefix, DriveMap& map) {
         if (error) resolved = target.lexically_normal();
         map.Folders[letter] = StripTrailingSlash(resolved.string());
     }
-    closedir(dir);
 }
 
 }  // namespace
@@ -199,7 +181,7 @@ std::string ToNative(const DriveMap& map, std::string_view windowsPath) {
     bool found = true;  // false once a component exists in no case
     for (std::string_view component : components) {
         std::string name = Win1252ToUtf8(component);
-        if (found && !Exists(JoinNative(native, name))) {
+        if (found && !PathExists(JoinNative(native, name))) {
             std::optional<std::string> match = FindCaseInsensitive(native, component);
             if (match) {
                 name = *match;
@@ -243,36 +225,6 @@ std::optional<std::string> ToWindows(const DriveMap& map, std::string_view nativ
         windows += '\\';
     }
     return windows;
-}
-
-bool IsNetworkFolder(const std::string& nativeFolder) {
-    struct statfs info {};
-    if (statfs(nativeFolder.c_str(), &info) != 0) return false;
-    // The magic numbers of the network file systems (linux/magic.h and the
-    // file systems' own headers). fuse mounts such as sshfs cannot be told apart.
-    switch (static_cast<uint32_t>(info.f_type)) {
-        case 0x6969:      // NFS
-        case 0x517B:      // SMB
-        case 0xFF534D42:  // CIFS
-        case 0xFE534D42:  // SMB2
-        case 0x564C:      // NCP
-        case 0x5346414F:  // AFS
-        case 0x73757245:  // CODA
-            return true;
-        default:
-            return false;
-    }
-}
-
-int DriveType(const DriveMap& map, char letter) {
-    constexpr int kNoRootDir = 1;
-    constexpr int kFixed = 3;
-    constexpr int kRemote = 4;
-    int index = LetterIndex(letter);
-    if (index < 0) return kNoRootDir;
-    const std::string& folder = map.Folders[index];
-    if (folder.empty() || !IsDirectory(folder)) return kNoRootDir;
-    return IsNetworkFolder(folder) ? kRemote : kFixed;
 }
 
 }  // namespace skl::platform

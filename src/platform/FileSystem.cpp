@@ -1,7 +1,5 @@
+// The search for BGL files in one folder, built on the platform's folder listing.
 #include "platform/FileSystem.h"
-
-#include <dirent.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 
@@ -11,13 +9,6 @@ namespace skl::platform {
 
 namespace {
 
-bool StatMode(const std::string& nativePath, mode_t& mode) {
-    struct stat info {};
-    if (nativePath.empty() || stat(nativePath.c_str(), &info) != 0) return false;
-    mode = info.st_mode;
-    return true;
-}
-
 bool HasBglExtension(const std::string& name) {
     constexpr std::string_view kExtension = ".BGL";
     if (name.size() < kExtension.size()) return false;
@@ -26,37 +17,23 @@ bool HasBglExtension(const std::string& name) {
 
 }  // namespace
 
-bool IsRegularFile(const std::string& nativePath) {
-    mode_t mode = 0;
-    return StatMode(nativePath, mode) && S_ISREG(mode);
-}
-
-bool IsDirectory(const std::string& nativePath) {
-    mode_t mode = 0;
-    return StatMode(nativePath, mode) && S_ISDIR(mode);
-}
-
 std::vector<FoundFile> ListBglFiles(const std::string& nativeFolder) {
     struct Entry {
         std::string SortKey;
         std::string NativeName;
         FoundFile File;
     };
+    if (nativeFolder.empty()) return {};
     std::vector<Entry> entries;
-    DIR* dir = nativeFolder.empty() ? nullptr : opendir(nativeFolder.c_str());
-    if (dir == nullptr) return {};
-    std::string base = nativeFolder.back() == '/' ? nativeFolder : nativeFolder + "/";
-    while (dirent* found = readdir(dir)) {
-        std::string name = found->d_name;
-        if (name.front() == '.' || !HasBglExtension(name)) continue;
-        // stat, never open: a pipe or device named like a BGL file must not block
-        // or be read, and a link counts as what it points to.
-        std::string path = base + name;
-        if (!IsRegularFile(path)) continue;
-        std::string windowsName = Utf8ToWin1252(name);
-        entries.push_back({Upper1252(windowsName), name, {windowsName, path}});
+    for (FolderEntry& found : ListFolder(nativeFolder)) {
+        if (found.Hidden || !HasBglExtension(found.Name)) continue;
+        // A pipe or device named like a BGL file must not be read, and a link
+        // counts as what it points to.
+        if (!IsRegularFile(found.NativePath)) continue;
+        std::string windowsName = Utf8ToWin1252(found.Name);
+        entries.push_back(
+            {Upper1252(windowsName), found.Name, {windowsName, std::move(found.NativePath)}});
     }
-    closedir(dir);
 
     std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
         if (a.SortKey != b.SortKey) return a.SortKey < b.SortKey;

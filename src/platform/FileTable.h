@@ -7,13 +7,15 @@
 #include <string>
 #include <string_view>
 
+#include "platform/NativeFile.h"
+
 namespace skl::platform {
 
 // The open files of a run by number. Numbers are handed out like a free-file
 // call does: the lowest number from 1 that is not open. The run opens the log
 // first, so the log is number 1.
 class FileTable {
-public:
+  public:
     FileTable() = default;
     FileTable(const FileTable&) = delete;
     FileTable& operator=(const FileTable&) = delete;
@@ -33,17 +35,19 @@ public:
     void Write(int number, std::string_view bytes);
     // Writes a text line ended by CR LF.
     void WriteLine(int number, std::string_view text);
-    // The descriptor of an open input file; a number that is not open is 52.
-    int InputDescriptor(int number) const;
+    // The native file of an open input file; a number that is not open is 52.
+    NativeFile InputDescriptor(int number) const;
+    // All bytes of an open input file; a number that is not open is 52.
+    std::string ReadInput(int number) const;
 
     // Closing a number that is not open is no error.
     void Close(int number);
     void CloseAll();
 
-private:
+  private:
     struct Entry {
         std::FILE* Output = nullptr;
-        int Input = -1;
+        NativeFile Input;
         std::unique_ptr<char[]> Buffer;  // the output's stdio buffer
     };
     std::map<int, Entry> open_;

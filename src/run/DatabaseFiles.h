@@ -41,10 +41,6 @@ std::string DatabaseSetFolder(const Selection& selection);
 // lock. Does nothing when the run holds no marker.
 void RemoveRunningMarker(RunState& state);
 
-// Flushes a folder's entries (renames, creations, deletions) to the disk.
-// Errors are ignored.
-void SyncFolder(const std::string& nativeFolder);
-
 // True when another run holds the database set of the selection (its marker is
 // locked); checked before the log of a run is opened.
 bool DatabaseSetBusy(const RunState& state);

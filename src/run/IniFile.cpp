@@ -4,15 +4,10 @@
 // case, since on the simulators' platform all spellings are one file.
 #include "run/IniFile.h"
 
-#include <dirent.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <vector>
 
 #include "platform/FileSystem.h"
@@ -34,14 +29,10 @@ std::string Join(const std::string& folder, const std::string& name) {
 // case rules), the exact spelling first, the others in byte order.
 std::vector<std::string> EntriesNamed(const std::string& folder, std::string_view name) {
     std::vector<std::string> found;
-    DIR* dir = ::opendir(folder.empty() ? "." : folder.c_str());
-    if (dir == nullptr) return found;
     std::string wanted = Upper1252(name);
-    while (dirent* entry = ::readdir(dir)) {
-        std::string entryName = entry->d_name;
-        if (Upper1252(Utf8ToWin1252(entryName)) == wanted) found.push_back(entryName);
+    for (platform::FolderEntry& entry : platform::ListFolder(folder.empty() ? "." : folder)) {
+        if (Upper1252(Utf8ToWin1252(entry.Name)) == wanted) found.push_back(std::move(entry.Name));
     }
-    ::closedir(dir);
     std::sort(found.begin(), found.end(), [&](const std::string& a, const std::string& b) {
         if ((a == name) != (b == name)) return a == name;
         return a < b;
@@ -59,21 +50,7 @@ std::optional<std::string> FindFile(const std::string& folder, std::string_view 
 
 void RemoveAll(const std::string& folder, std::string_view name) {
     for (const std::string& entry : EntriesNamed(folder, name))
-        ::unlink(Join(folder, entry).c_str());
-}
-
-std::string ReadBytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
-bool WriteBytes(const std::string& path, std::string_view bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    return !out.fail();
+        platform::RemoveFile(Join(folder, entry));
 }
 
 std::string_view TrimSpace(std::string_view text) {
@@ -183,10 +160,10 @@ IniSettings ReadIniFile(const std::string& nativeProgramFolder, const platform::
     IniSettings settings;
     std::optional<std::string> path = FindFile(nativeProgramFolder, kIniFileName);
     if (!path) {
-        WriteBytes(Join(nativeProgramFolder, kIniFileName), "");
+        platform::WriteWholeFile(Join(nativeProgramFolder, kIniFileName), "");
         return settings;
     }
-    std::string text = ReadBytes(*path);
+    std::string text = platform::ReadWholeFile(*path);
     settings.Fs09Path = ProfileValue(text, kSection, "FSPATH09").value_or("");
     settings.Fs10Path = ProfileValue(text, kSection, "FSPATH10").value_or("");
     settings.FsLast = FsLastValue(ProfileValue(text, kSection, "FSLAST").value_or("0"));
@@ -198,9 +175,9 @@ IniSettings ReadIniFile(const std::string& nativeProgramFolder, const platform::
 void WriteIniFile(const std::string& nativeProgramFolder, const IniSettings& settings) {
     std::optional<std::string> present = FindFile(nativeProgramFolder, kIniFileName);
     if (present) {
-        std::string bytes = ReadBytes(*present);
+        std::string bytes = platform::ReadWholeFile(*present);
         RemoveAll(nativeProgramFolder, kIniBackupName);
-        WriteBytes(Join(nativeProgramFolder, kIniBackupName), bytes);
+        platform::WriteWholeFile(Join(nativeProgramFolder, kIniBackupName), bytes);
     }
     RemoveAll(nativeProgramFolder, kIniFileName);
 
@@ -209,7 +186,7 @@ void WriteIniFile(const std::string& nativeProgramFolder, const IniSettings& set
     std::string fs10 = "FSPATH10=" + settings.Fs10Path + "\r\n";
     text += settings.FsLast != 0 ? fs10 + fs09 : fs09 + fs10;
     text += "FSLAST=" + std::to_string(settings.FsLast) + "\r\n";
-    WriteBytes(Join(nativeProgramFolder, kIniFileName), text);
+    platform::WriteWholeFile(Join(nativeProgramFolder, kIniFileName), text);
 }
 
 std::string PresetPath(const IniSettings& settings) {

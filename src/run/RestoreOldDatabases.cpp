@@ -1,9 +1,6 @@
 // The cancel's way back: the new set is thrown away and the backups get their
 // live names again, so that the folder holds the set it held before the run.
-#include <unistd.h>
-
-#include <cstdio>
-
+#include "platform/FileSystem.h"
 #include "run/DatabaseFiles.h"
 
 namespace skl {
@@ -29,15 +26,14 @@ void RestoreOldDatabases(RunState& state) {
         files.Table.Close(files.*kDatabaseFiles[i].Handle);
         files.*kDatabaseFiles[i].Handle = 0;
     }
-    for (size_t i : kCloseOrder) ::unlink(native(kDatabaseFiles[i].Live).c_str());
+    for (size_t i : kCloseOrder) platform::RemoveFile(native(kDatabaseFiles[i].Live));
     // A file that had no live file before the run has no backup either and stays
     // away.
     for (size_t i : kRenameOrder)
-        std::rename(native(kDatabaseFiles[i].Backup).c_str(),
-                    native(kDatabaseFiles[i].Live).c_str());
+        platform::RenameReplacing(native(kDatabaseFiles[i].Backup), native(kDatabaseFiles[i].Live));
     // The restored names reach the disk before the marker that would restore them
     // again goes.
-    SyncFolder(platform::ToNative(drives, setFolder));
+    platform::SyncFolder(platform::ToNative(drives, setFolder));
     RemoveRunningMarker(state);
     state.Reading.RunActive = false;
 }

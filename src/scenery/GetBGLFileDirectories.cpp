@@ -5,12 +5,11 @@
 // the next statement after an error.
 #include <cmath>
 #include <cstdlib>
-#include <unistd.h>
 
-#include "platform/Checked.h"
-#include "platform/Win1252.h"
 #include "model/LeadingNumber.h"
 #include "model/RunLog.h"
+#include "platform/Checked.h"
+#include "platform/Win1252.h"
 #include "scenery/SceneryCfg.h"
 
 namespace skl {
@@ -35,19 +34,6 @@ bool ToBoolean(const std::string& text) {
     if (end == value.c_str() || *end != '\0' || value.find_first_of("XPIN") != std::string::npos)
         throw RunError(kTypeMismatch);
     return number != 0.0;
-}
-
-// The whole configuration file, read on an open file number.
-std::string ReadAll(RunState& state, int fileNumber) {
-    int fd = state.Files.Table.InputDescriptor(fileNumber);
-    std::string bytes;
-    char buffer[65536];
-    for (;;) {
-        ssize_t got = ::read(fd, buffer, sizeof buffer);
-        if (got <= 0) break;
-        bytes.append(buffer, static_cast<size_t>(got));
-    }
-    return bytes;
 }
 
 }  // namespace
@@ -87,7 +73,7 @@ void GetBGLFileDirectories(RunState& state) {
     reading.AreaCount = 0;
     openCfg();
     std::string bytes;
-    statement([&] { bytes = ReadAll(state, fileNumber); });
+    statement([&] { bytes = state.Files.Table.ReadInput(fileNumber); });
     CfgItemReader reader{bytes};
     auto atEnd = [&] {
         bool end = true;
@@ -132,7 +118,7 @@ void GetBGLFileDirectories(RunState& state) {
         statement([&] { At(reading.AreaTitles, layer - 1) = title; });
     };
     openCfg();
-    statement([&] { bytes = ReadAll(state, fileNumber); });
+    statement([&] { bytes = state.Files.Table.ReadInput(fileNumber); });
     reader = CfgItemReader{bytes};
     while (!atEnd()) {
         statement([&] { item = CleanCfgItem(reader.Next()); });

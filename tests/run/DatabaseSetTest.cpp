@@ -235,7 +235,7 @@ TEST(DatabaseSet, TheInstallationCheckComesBeforeAnySetIsTouched) {
     EXPECT_EQ(inst.FrontEnd.Messages,
               (Lines{"Database Manager: " + text + "! Program will now abort!"}));
     EXPECT_TRUE(inst.FrontEnd.Unloaded);
-    EXPECT_EQ(inst.State->Files.MarkerDescriptor, -1);
+    EXPECT_FALSE(inst.State->Files.MarkerLock.IsHeld());
 }
 
 TEST(DatabaseSet, ACancelLeavesTheFolderAsItWasBeforeTheRun) {
@@ -249,7 +249,7 @@ TEST(DatabaseSet, ACancelLeavesTheFolderAsItWasBeforeTheRun) {
     Snapshot before = Snap(inst.Set());
     ASSERT_EQ(inst.Run(false, 1), RunEnd::Cancelled);
     EXPECT_EQ(Snap(inst.Set()), before);
-    EXPECT_EQ(inst.State->Files.MarkerDescriptor, -1);
+    EXPECT_FALSE(inst.State->Files.MarkerLock.IsHeld());
 
     // The cancel took its marker along: the next run finds nothing to heal.
     ASSERT_EQ(inst.Run(), RunEnd::Finished);
